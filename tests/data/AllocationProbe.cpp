@@ -1,0 +1,53 @@
+#include "tests/data/AllocationProbe.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+thread_local bool isWatching = false;
+thread_local std::size_t failFrom = 0;
+thread_local std::size_t largest = 0;
+thread_local std::size_t count = 0;
+
+} // namespace
+
+AllocationProbe::AllocationProbe(std::size_t failFromBytes) {
+    failFrom = failFromBytes;
+    largest = 0;
+    count = 0;
+    isWatching = true;
+}
+
+AllocationProbe::~AllocationProbe() {
+    isWatching = false;
+}
+
+std::size_t AllocationProbe::GetLargest() const {
+    return largest;
+}
+
+std::size_t AllocationProbe::GetCount() const {
+    return count;
+}
+
+void* operator new[](std::size_t bytes) {
+    if (isWatching) {
+        ++count;
+        largest = std::max(largest, bytes);
+        if (bytes >= failFrom)
+            throw std::bad_alloc();
+    }
+    if (void* block = std::malloc(bytes != 0 ? bytes : 1))
+        return block;
+    throw std::bad_alloc();
+}
+
+void operator delete[](void* block) noexcept {
+    std::free(block);
+}
+
+void operator delete[](void* block, std::size_t) noexcept {
+    std::free(block);
+}
