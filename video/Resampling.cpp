@@ -1,0 +1,20 @@
+#include "video/Resampling.h"
+
+#include "video/RendererTypeEnum.h"
+
+namespace Quorvex::Platform::Video {
+
+void Resampling::Draw(Renderer& renderer, Image2DMeta& image, const ImageRect& rect) {
+    if (renderer.GetName() == RendererTypeName(RendererTypeEnum::Software))
+        software.Draw(renderer, image.source, rect);
+    else
+        hardware.Draw(renderer, image, rect);
+}
+
+bool Resampling::DeleteContextObjects() {
+    hardware.DeleteContextObjects();
+    software.DeleteContextObjects();
+    return true;
+}
+
+} // namespace Quorvex::Platform::Video
