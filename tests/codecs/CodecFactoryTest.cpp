@@ -1,0 +1,75 @@
+#include "codecs/CodecFactory.h"
+#include "codecs/bmp/BMPDecoder.h"
+#include "foundation/Locale.h"
+
+#include <gtest/gtest.h>
+
+using namespace Quorvex;
+using namespace ET::Img;
+
+TEST(Pattern, ComparesTheLoweredTailOfTheName) {
+    const String bmp(u"*.bmp");
+    EXPECT_TRUE(MatchesPattern(bmp, "a.bmp"));
+    EXPECT_TRUE(MatchesPattern(bmp, "A.BMP"));
+    EXPECT_TRUE(MatchesPattern(bmp, "a.tar.b.Bmp"));
+    EXPECT_TRUE(MatchesPattern(bmp, ".bmp"));
+    EXPECT_FALSE(MatchesPattern(bmp, "a.bmp2"));
+    EXPECT_FALSE(MatchesPattern(bmp, "abmp"));
+    EXPECT_FALSE(MatchesPattern(bmp, "a.bmp "));
+}
+
+TEST(Pattern, NameShorterThanTheItemDoesNotMatch) {
+    EXPECT_FALSE(MatchesPattern(u"*.bmp", "bmp"));
+    EXPECT_FALSE(MatchesPattern(u"*.bmp", ""));
+}
+
+TEST(Pattern, AnyItemMayMatch) {
+    const String pattern(u"*.tif;*.tiff;*.x");
+    EXPECT_TRUE(MatchesPattern(pattern, "a.tif"));
+    EXPECT_TRUE(MatchesPattern(pattern, "a.tiff"));
+    EXPECT_TRUE(MatchesPattern(pattern, "a.x"));
+    EXPECT_FALSE(MatchesPattern(pattern, "a.y"));
+}
+
+TEST(Pattern, EmptyRestMatchesEveryName) {
+    EXPECT_TRUE(MatchesPattern(u"*", "anything"));
+    EXPECT_TRUE(MatchesPattern(u"*", ""));
+    EXPECT_TRUE(MatchesPattern(u"*.bmp;*", "a.xyz"));
+}
+
+TEST(Pattern, PatternStaysAsItStands) {
+    EXPECT_FALSE(MatchesPattern(u"*.BMP", "a.BMP"));
+}
+
+TEST(Pattern, WithoutItemsNothingMatches) {
+    EXPECT_FALSE(MatchesPattern(u"", "a.bmp"));
+    EXPECT_FALSE(MatchesPattern(u";;", "a.bmp"));
+}
+
+TEST(Pattern, TakesNamesBeyondOneByte) {
+    EXPECT_TRUE(MatchesPattern(u"*.bmp", u"\u4E2D\u6587.Bmp"));
+    EXPECT_TRUE(MatchesPattern(u"*.bmp", "\xE4.bmp"));
+}
+
+TEST(CodecRegistry, HoldsTheBitmapFactory) {
+    const CodecRegistry& registry = GetCodecRegistry();
+    ASSERT_FALSE(registry.empty());
+    EXPECT_EQ(&registry, &GetCodecRegistry());
+    EXPECT_TRUE(registry[0].DynamicCast<BMPDecoderFactory>());
+}
+
+TEST(BMPDecoderFactory, HasItsPatternAndTexts) {
+    const BMPDecoderFactory factory;
+    EXPECT_EQ(factory.GetFilePattern(), String(u"*.bmp;*.dib;*.rl4;*.rl8;*.rle;*.vga"));
+    SetLanguage(Locale::EnumLanguage::German);
+    EXPECT_EQ(factory.GetFileTypeText(), String(u"BMP-Dateien (*.bmp;*.dib;*.rl4;*.rl8;*.rle;*.vga)"));
+    SetLanguage(Locale::EnumLanguage::English);
+    EXPECT_EQ(factory.GetFileTypeText(), String(u"BMP files (*.bmp;*.dib;*.rl4;*.rl8;*.rle;*.vga)"));
+    SetLanguage(Locale::EnumLanguage::Automatic);
+}
+
+TEST(BMPDecoderFactory, MatchesAllItsExtensions) {
+    const String pattern = BMPDecoderFactory().GetFilePattern();
+    for (const char* name : {"a.bmp", "a.dib", "a.rl4", "a.rl8", "a.rle", "a.vga", "A.VGA"})
+        EXPECT_TRUE(MatchesPattern(pattern, name)) << name;
+}
