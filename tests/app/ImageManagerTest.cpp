@@ -1,0 +1,336 @@
+#include "app/ImageManager.h"
+
+#include "gui/window/headless/HeadlessWindowSystem.h"
+#include "tests/gui/RecordingEvents.h"
+#include "tests/support/FakeCodec.h"
+#include "tests/support/TemporaryFolder.h"
+#include "video/software/SoftwareContext.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+
+using namespace Quorvex;
+using namespace Quorvex::App;
+
+namespace {
+
+/// Steps through paths that the test gives, and writes down whether it was asked to look only.
+class ListOfPaths final : public FileList {
+public:
+    explicit ListOfPaths(std::vector<String> files) : paths(std::move(files)) {}
+
+    String Step(int direction, bool preview) override {
+        previews.push_back(preview);
+        if (failing == direction)
+            throw Exception("FileList", 1u);
+        const auto count = static_cast<int>(paths.size());
+        const int next = (current + direction + count) % count;
+        if (!preview)
+            current = next;
+        return paths[static_cast<std::size_t>(next)];
+    }
+
+    std::vector<String> paths;
+    std::vector<bool> previews;
+    int current = 0;
+    int failing = 0;
+};
+
+/// A manager with a window whose messages the test takes one by one, as the application would.
+class ImageManagerTest : public testing::Test {
+protected:
+    ImageManagerTest() {
+        events.onUserMessage = [this](std::uint32_t, std::uintptr_t action, std::intptr_t slot) {
+            arrived = reinterpret_cast<ImageSlot*>(slot);
+            arrivedAction = static_cast<PrefetchAction>(action);
+        };
+        window = system.CreatePlatformWindow(GUI::WindowKind::Main, {0, 0, 10, 10}, "test", events);
+        system.RunUntilIdle();
+    }
+    ~ImageManagerTest() override {
+        codec.Release();
+        manager.ClearSlots();
+    }
+
+    String Write(const std::string& name, const std::string& content) {
+        folder.Write(name, content);
+        return folder.PathOf(name);
+    }
+
+    void Open(const String& path, SharedPtr<FileList> list = {}) { manager.Open(context, *window, path, list); }
+
+    /// The next slot that was posted; fails the test where none comes.
+    ImageSlot& Await() {
+        arrived = nullptr;
+        while (arrived == nullptr)
+            system.DispatchNextMessage();
+        arrived->Join();
+        return *arrived;
+    }
+
+    /// What the application does with a slot that the user waited for.
+    ImageSlot& AwaitForeground() {
+        for (;;) {
+            ImageSlot& slot = Await();
+            if (!slot.IsForeground()) {
+                --slot.GetCounterRef();
+                continue;
+            }
+            slot.SetForeground(false);
+            manager.ClearBusy();
+            if (current != nullptr)
+                --current->GetCounterRef();
+            current = &slot;
+            return slot;
+        }
+    }
+
+    ImageSlot& Show(const String& path, SharedPtr<FileList> list = {}) {
+        Open(path, list);
+        return AwaitForeground();
+    }
+
+    ImageRequest KeyFor(const ImageSlot& slot, std::int32_t requestedImage) {
+        ImageRequest key = slot.GetRequest();
+        key.requestedImage = requestedImage;
+        return key;
+    }
+
+    FakeCodec codec;
+    Quorvex::Test::TemporaryFolder folder;
+    GUI::HeadlessWindowSystem system;
+    GUI::RecordingEvents events;
+    std::unique_ptr<GUI::IPlatformWindow> window;
+    SharedPtr<Platform::Video::Context> context{new Platform::Video::Software::SoftwareContext()};
+    ImageManager manager;
+    ImageSlot* arrived = nullptr;
+    PrefetchAction arrivedAction = PrefetchAction::Nothing;
+    ImageSlot* current = nullptr;
+};
+
+std::string MessageOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const std::exception& failure) {
+        return failure.what();
+    }
+    return "nothing was raised";
+}
+
+} // namespace
+
+TEST_F(ImageManagerTest, LoadsTheDefaultImageAndPostsItsSlot) {
+    ImageSlot& slot = Show(Write("a.fake", "FAKE count=3 default=1"));
+    EXPECT_EQ(slot.GetLoadedImage(), 2u);
+    EXPECT_EQ(slot.GetImage()->GetWidth(), 2u);
+    EXPECT_EQ(slot.GetDecoder()->GetCount(), 3u);
+    EXPECT_EQ(arrivedAction, PrefetchAction::NextAndPrevImage);
+    EXPECT_EQ(slot.GetCounterRef(), 2);
+}
+
+TEST_F(ImageManagerTest, RepeatsTheEdgeOfALoadedImageInItsPadding) {
+    for (const char* name : {"a.fake", "a.unknown"}) {
+        const SharedPtr<Data::ImageBase> image = Show(Write(name, "FAKE count=3 default=1")).GetImage();
+        const auto pixels = image->LockUInt8(Data::LockMode::ReadOnly);
+        EXPECT_EQ(pixels(1, 0), 2);
+        EXPECT_EQ(pixels(2, 0), 2);
+        EXPECT_EQ(pixels(3, 0), 2);
+        EXPECT_EQ(pixels(1, 1), 2);
+        EXPECT_EQ(pixels(3, 2), 2);
+    }
+}
+
+TEST_F(ImageManagerTest, RaisesForAFileThatIsNotThereAndStaysFree) {
+    EXPECT_THROW(Open(folder.PathOf("missing.fake")), Exception);
+    EXPECT_FALSE(manager.IsBusy());
+    EXPECT_EQ(manager.GetSlotCount(), 0u);
+}
+
+TEST_F(ImageManagerTest, IsBusyFromTheRequestUntilItsMessage) {
+    Open(Write("a.fake", "FAKE hold"));
+    EXPECT_TRUE(manager.IsBusy());
+    codec.Release();
+    AwaitForeground();
+    EXPECT_FALSE(manager.IsBusy());
+}
+
+TEST_F(ImageManagerTest, RaisesTheFormWithTheLineWhenReadBeforeTheJoin) {
+    Open(Write("a.fake", "FAKE hold"));
+    codec.Release();
+    arrived = nullptr;
+    while (arrived == nullptr)
+        system.DispatchNextMessage();
+    for (const auto& read : std::vector<std::function<void()>>{
+             [&] { arrived->GetImage(); }, [&] { arrived->GetDecoder(); }, [&] { arrived->GetLoadedImage(); }})
+        EXPECT_TRUE(MessageOf(read).starts_with("ImageManager failed, error code "));
+    arrived->Join();
+    EXPECT_NO_THROW(arrived->GetImage());
+}
+
+TEST_F(ImageManagerTest, RaisesTheRealFailureWhenAFailedSlotIsRead) {
+    ImageSlot& slot = Show(Write("a.fake", "FAKE text=broken"));
+    EXPECT_EQ(MessageOf([&] { slot.GetImage(); }), "broken");
+    EXPECT_EQ(MessageOf([&] { slot.GetDecoder(); }), "broken");
+    EXPECT_EQ(MessageOf([&] { slot.GetLoadedImage(); }), "broken");
+}
+
+TEST_F(ImageManagerTest, RaisesThatMemoryRanOutEachTimeTheSlotIsAskedFor) {
+    const String path = Write("a.fake", "FAKE memory");
+    EXPECT_THROW(Show(path).GetImage(), std::bad_alloc);
+    const int decoders = codec.DecoderCount();
+    EXPECT_THROW(Show(path).GetImage(), std::bad_alloc);
+    EXPECT_EQ(codec.DecoderCount(), decoders) << "a failed slot serves until it is trimmed";
+}
+
+TEST_F(ImageManagerTest, DoesNotTryTheContentWhenMemoryRanOut) {
+    ImageSlot& slot = Show(Write("a.fake", "FAKE memory"));
+    EXPECT_THROW(slot.GetImage(), std::bad_alloc);
+    EXPECT_EQ(codec.DecoderCount(), 1);
+}
+
+TEST_F(ImageManagerTest, FindsADecoderByContentAndMarksTheExtension) {
+    ImageSlot& slot = Show(Write("a.unknown", "FAKE"));
+    EXPECT_EQ(slot.GetImage()->GetWidth(), 1u);
+    EXPECT_TRUE(slot.GetDecoder()->WrongFilenameExtension);
+}
+
+TEST_F(ImageManagerTest, RaisesTheFirstFailureWhenTheContentFailsToo) {
+    ImageSlot& slot = Show(Write("a.fake", "no such thing"));
+    EXPECT_EQ(MessageOf([&] { slot.GetImage(); }), "");
+}
+
+TEST_F(ImageManagerTest, GivesEachDecodeALoggerOfItsOwn) {
+    ImageSlot& first = Show(Write("a.fake", "FAKE"));
+    const auto logger = first.GetLogger();
+    ImageSlot& second = Show(Write("b.fake", "FAKE"));
+    EXPECT_TRUE(logger);
+    EXPECT_FALSE(second.GetLogger() == logger);
+}
+
+TEST_F(ImageManagerTest, ServesAVisitedImageWithoutANewThread) {
+    const String path = Write("a.fake", "FAKE");
+    ImageSlot& slot = Show(path);
+    const int decoders = codec.DecoderCount();
+    EXPECT_EQ(&Show(path), &slot);
+    EXPECT_EQ(codec.DecoderCount(), decoders);
+    EXPECT_EQ(slot.GetCounterRef(), 2);
+}
+
+TEST_F(ImageManagerTest, LoadsAFileAnewThatHasChangedOnDisk) {
+    const String path = Write("a.fake", "FAKE");
+    ImageSlot& slot = Show(path);
+    const auto file = folder.Path() / "a.fake";
+    std::filesystem::last_write_time(file, std::filesystem::last_write_time(file) + std::chrono::seconds(5));
+    EXPECT_NE(&Show(path), &slot);
+    EXPECT_EQ(manager.GetSlotCount(), 2u);
+}
+
+TEST_F(ImageManagerTest, ServesTheReservedNumbersByWhatTheyCameToMean) {
+    ImageSlot& slot = Show(Write("a.fake", "FAKE count=3 default=2"));
+    EXPECT_TRUE(slot.Serves(KeyFor(slot, ET::Img::ImageIndex::Default)));
+    EXPECT_TRUE(slot.Serves(KeyFor(slot, ET::Img::ImageIndex::Last)));
+    EXPECT_TRUE(slot.Serves(KeyFor(slot, 3)));
+    EXPECT_FALSE(slot.Serves(KeyFor(slot, 1)));
+    EXPECT_FALSE(slot.Serves(KeyFor(slot, 2)));
+}
+
+TEST_F(ImageManagerTest, ServesTheFirstImageByItsNumber) {
+    ImageSlot& slot = Show(Write("a.fake", "FAKE count=2"));
+    EXPECT_TRUE(slot.Serves(KeyFor(slot, 1)));
+    EXPECT_FALSE(slot.Serves(KeyFor(slot, ET::Img::ImageIndex::Last)));
+}
+
+TEST_F(ImageManagerTest, ServesOnlyTheSameNumberBeforeTheJoin) {
+    Open(Write("a.fake", "FAKE count=2 hold"));
+    ImageSlot& slot =
+        manager.Request({context, folder.PathOf("a.fake"), 1, PrefetchAction::Nothing, 0, window.get()}, false);
+    EXPECT_FALSE(slot.Serves(KeyFor(slot, ET::Img::ImageIndex::Default)));
+    EXPECT_TRUE(slot.Serves(KeyFor(slot, 1)));
+}
+
+TEST_F(ImageManagerTest, DoesNotServeAnotherPathOrTime) {
+    ImageSlot& slot = Show(Write("a.fake", "FAKE"));
+    ImageRequest key = slot.GetRequest();
+    key.path = folder.PathOf("b.fake");
+    EXPECT_FALSE(slot.Serves(key));
+    key = slot.GetRequest();
+    ++key.lastWriteTime;
+    EXPECT_FALSE(slot.Serves(key));
+}
+
+TEST_F(ImageManagerTest, PromotesAPrefetchThatTheUserComesToWaitFor) {
+    const String shown = Write("a.fake", "FAKE");
+    const String next = Write("b.fake", "FAKE hold");
+    SharedPtr<ListOfPaths> list(new ListOfPaths({shown, next}));
+    ImageSlot& source = Show(shown, list);
+    manager.NextFile(source, false);
+    EXPECT_FALSE(manager.IsBusy());
+    const int decoders = codec.DecoderCount();
+    manager.NextFile(source, true);
+    EXPECT_TRUE(manager.IsBusy());
+    codec.Release();
+    ImageSlot& slot = AwaitForeground();
+    EXPECT_TRUE(slot.GetRequest().path == next);
+    EXPECT_LE(codec.DecoderCount(), decoders + 1) << "one worker serves both requests";
+    EXPECT_EQ(slot.GetCounterRef(), 2);
+}
+
+TEST_F(ImageManagerTest, KeepsAPrefetchResultInTheListAndShowsNothing) {
+    const String shown = Write("a.fake", "FAKE count=2");
+    SharedPtr<ListOfPaths> list(new ListOfPaths({shown}));
+    ImageSlot& source = Show(shown, list);
+    manager.CarryOut(PrefetchAction::NextImage, source);
+    ImageSlot& ahead = Await();
+    EXPECT_FALSE(ahead.IsForeground());
+    EXPECT_EQ(ahead.GetLoadedImage(), 2u);
+    const int decoders = codec.DecoderCount();
+    manager.NextImage(source, true);
+    EXPECT_EQ(&Await(), &ahead) << "the message comes at once from the finished slot";
+    EXPECT_EQ(codec.DecoderCount(), decoders);
+}
+
+TEST_F(ImageManagerTest, TrimsNothingWithExactlyFiveSlots) {
+    for (const char* name : {"a.fake", "b.fake", "c.fake", "d.fake", "e.fake"})
+        Show(Write(name, "FAKE"));
+    EXPECT_EQ(manager.GetSlotCount(), 5u);
+}
+
+TEST_F(ImageManagerTest, KeepsTheFiveMostWantedSlots) {
+    for (const char* name : {"a.fake", "b.fake", "c.fake", "d.fake", "e.fake", "f.fake", "g.fake"})
+        Show(Write(name, "FAKE"));
+    EXPECT_EQ(manager.GetSlotCount(), 5u);
+    const int decoders = codec.DecoderCount();
+    Show(folder.PathOf("c.fake"));
+    EXPECT_EQ(codec.DecoderCount(), decoders) << "the third newest is still there";
+}
+
+TEST_F(ImageManagerTest, DoesNotTrimASlotThatIsInUse) {
+    ImageSlot& held = Show(Write("a.fake", "FAKE"));
+    ++held.GetCounterRef();
+    for (const char* name : {"b.fake", "c.fake", "d.fake", "e.fake", "f.fake", "g.fake"})
+        Show(Write(name, "FAKE"));
+    EXPECT_EQ(manager.GetSlotCount(), 6u);
+    EXPECT_EQ(held.GetImage()->GetWidth(), 1u);
+    --held.GetCounterRef();
+}
+
+TEST_F(ImageManagerTest, WaitsForTheWorkersWhenItsSlotsAreCleared) {
+    Open(Write("a.fake", "FAKE hold"));
+    codec.Release();
+    manager.ClearSlots();
+    EXPECT_EQ(manager.GetSlotCount(), 0u);
+}
+
+TEST_F(ImageManagerTest, HasTheListBuiltThatNoneWasGivenFor) {
+    static String asked;
+    manager.SetFileListFactory([](const String& path) {
+        asked = path;
+        return SharedPtr<FileList>(new ListOfPaths({path}));
+    });
+    const String path = Write("a.fake", "FAKE");
+    ImageSlot& slot = Show(path);
+    EXPECT_TRUE(asked == path);
+    EXPECT_NO_THROW(manager.NextFile(slot, false));
+}
