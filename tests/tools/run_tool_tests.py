@@ -1,0 +1,163 @@
+"""Tests of the developers' programs, from outside and against what the samples' script knows of its own pictures.
+
+    run_tool_tests.py [--results FILE] [NAME...]
+"""
+
+import argparse
+import subprocess
+import sys
+import tempfile
+import time
+import traceback
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+sys.path[:0] = [str(ROOT / "samples"), str(ROOT / "tests" / "window"), str(ROOT / "tools" / "checks")]
+
+import make_samples  # noqa: E402
+import outcomes  # noqa: E402
+from expected import Bitmap, OnBackground, Rendered, Replicated  # noqa: E402
+
+PROGRAMS, SAMPLES = ROOT / "build" / "release", ROOT / "samples"
+RENDER = PROGRAMS / "render"
+
+
+class Failure(Exception):
+    """The program did something else than it should."""
+
+
+def Equal(has, wants, what):
+    if has != wants:
+        raise Failure(f"{what}: has {str(has)[:200]}, wants {str(wants)[:200]}")
+
+
+def Run(*command):
+    """(exit code, standard output, standard error)"""
+    result = subprocess.run([str(PROGRAMS / command[0]), *map(str, command[1:])], capture_output=True, text=True,
+                            stdin=subprocess.DEVNULL, check=False)
+    return result.returncode, result.stdout, result.stderr
+
+
+def Decode(path, folder, *options):
+    """({key: value}, pixels) of a good file."""
+    raw = Path(folder, "raw")
+    code, output, error = Run("decode", path, "--raw", raw, *options)
+    Equal((code, error), (0, ""), f"decode {path}")
+    return dict(field.split("=") for field in output.split()), raw.read_bytes()
+
+
+def TestDecodeTellsAllOfAFile(folder):
+    fields, _ = Decode(SAMPLES / "windows-40-24bit-wide-pixels.bmp", folder)
+    Equal(fields, {"decoder": "BMPDecoder", "type": "BGRAUInt8", "width": "157", "height": "93",
+                   "allocatedWidth": "192", "allocatedHeight": "96", "bitsPerPixel": "24", "count": "1", "default": "0",
+                   "loaded": "1", "incomplete": "0", "wrongExtension": "0", "orientation": "1", "hasAlpha": "0",
+                   "pixelScaleX": "2", "pixelScaleY": "1"}, "fields")
+
+
+def TestDecodeGivesTheIndexedPixels(folder):
+    for name, depth, label in (("os2-12-1bit", 1, "OS/2 1.X\n1 BIT"), ("os2-16-4bit", 4, "OS/2 2.X\n16 BYTES\n4 BIT"),
+                               ("os2-64-8bit", 8, "OS/2 2.X\n64 BYTES\n8 BIT"), ("windows-40-2bit", 2, "WINDOWS CE\n2 BIT"),
+                               ("windows-40-rle4", 4, "WINDOWS 3\nRLE4"), ("windows-40-rle8", 8, "WINDOWS 3\nRLE8")):
+        palette, rows = make_samples.Indexed(label, depth)
+        colours = [bytes((blue, green, red, 0)) for red, green, blue in palette]
+        fields, pixels = Decode(SAMPLES / f"{name}.bmp", folder)
+        Equal(fields["bitsPerPixel"], str(depth), name)
+        Equal(pixels == b"".join(colours[index] for row in rows for index in row), True, f"pixels of {name}")
+
+
+def TestDecodeGivesTheTrueColours(folder):
+    for name, label, keepsAlpha in (("windows-40-24bit-top-down", "24 BIT\nTOP ROW\nFIRST", False),
+                                    ("windows-56-32bit-alpha", "56 BYTES\nALPHA", True),
+                                    ("windows-124-32bit-alpha", "VERSION 5\nALPHA", True)):
+        rows = make_samples.TrueColour(label)
+        wanted = b"".join(bytes((b, g, r, a if keepsAlpha else 255)) for row in rows for r, g, b, a in row)
+        fields, pixels = Decode(SAMPLES / f"{name}.bmp", folder)
+        Equal(fields["hasAlpha"], str(int(keepsAlpha)), name)
+        Equal(pixels == wanted, True, f"pixels of {name}")
+
+
+def TestDecodeSaysWhereTheNameIsWrong(folder):
+    # No decoder is asked for by this name, so the content decides.
+    path = Path(folder, "picture.data")
+    path.write_bytes((SAMPLES / "windows-40-1bit.bmp").read_bytes())
+    Equal(Decode(path, folder)[0]["wrongExtension"], "1", "by extension first")
+    Equal(Decode(path, folder, "--content")[0]["wrongExtension"], "0", "by content alone")
+
+
+def TestDecodeSaysWhereTheFileIsCut(folder):
+    path = Path(folder, "cut.bmp")
+    path.write_bytes((SAMPLES / "windows-40-24bit.bmp").read_bytes()[:20000])
+    Equal(Decode(path, folder)[0]["incomplete"], "1", "incomplete")
+
+
+def TestFailuresAndWrongCommandLines(folder):
+    broken = Path(folder, "broken.bmp")
+    broken.write_bytes(b"BM")
+    for program in ("decode", "header"):
+        code, output, error = Run(program, broken)
+        Equal((code, output, bool(error)), (1, "", True), f"{program} of a broken file")
+        Equal(Run(program, Path(folder, "missing.bmp"))[0], 1, f"{program} of no file")
+        Equal(Run(program)[0] != 0, True, f"{program} without arguments")
+    sample = SAMPLES / "windows-40-24bit.bmp"
+    good = {"--mode": "Nearest", "--rect": "0,0,5,5", "--rotation": "0", "--size": "5,5", "--out": Path(folder, "out")}
+    for option, value in (("--mode", "Best"), ("--rect", "0,0,5"), ("--rotation", "45"), ("--size", "0,5"),
+                          ("--renderer", "Paper")):
+        arguments = [part for pair in {**good, option: value}.items() for part in pair]
+        Equal(Run("render", sample, *arguments)[0], 1, f"render with {option} {value}")
+
+
+def TestHeaderPrintsPathsAndValues(_):
+    code, output, _ = Run("header", SAMPLES / "windows-124-32bit-alpha.bmp")
+    lines = output.splitlines()
+    Equal(code, 0, "exit code")
+    for line in ("BITMAPFILEHEADER/usType = 19778", "BITMAPV5HEADER/bV5Width = 157",
+                 "BITMAPV5HEADER/bV5AlphaMask = 4278190080"):
+        Equal(line in lines, True, line)
+
+
+def TestRenderReplicatesAtWholeMagnifications(_):
+    path = SAMPLES / "windows-40-24bit.bmp"
+    bitmap = Bitmap(path)
+    for factor in (1, 2, 4):
+        for left, top in ((10, 7), (-31, -5)):
+            rectangle = (left, top, left + bitmap.width * factor, top + bitmap.height * factor)
+            for mode in ("Nearest", "Area"):
+                pixels = Rendered(RENDER, path, mode, rectangle, 333, 201)
+                Equal(OnBackground(pixels, rectangle, 333, 201, False) == Replicated(bitmap, rectangle, 333, 201), True,
+                      f"{mode} at {factor} times, {rectangle}")
+
+
+def TestRenderLeavesTheRestClear(_):
+    pixels = Rendered(RENDER, SAMPLES / "windows-40-24bit.bmp", "Area", (3, 2, 6, 4), 8, 5)
+    drawn = [(x, y) for y in range(5) for x in range(8) if pixels[(y * 8 + x) * 4:(y * 8 + x) * 4 + 4] != bytes(4)]
+    Equal(drawn, [(x, y) for y in (2, 3) for x in (3, 4, 5)], "drawn pixels")
+
+
+TESTS = [value for name, value in sorted(globals().items()) if name.startswith("Test")]
+
+
+def Main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--results", help="file to append the outcomes to")
+    parser.add_argument("names", nargs="*", metavar="NAME")
+    arguments = parser.parse_args()
+    failed = False
+    for test in TESTS:
+        if arguments.names and test.__name__ not in arguments.names:
+            continue
+        start, reason = time.monotonic(), ""
+        with tempfile.TemporaryDirectory() as folder:
+            try:
+                test(folder)
+            except Exception as failure:  # pylint: disable=broad-except
+                if not isinstance(failure, Failure):
+                    traceback.print_exc()
+                reason = str(failure) or repr(failure)
+        failed = failed or bool(reason)
+        outcomes.Report(arguments.results, "failed" if reason else "passed", f"tools {test.__name__}",
+                        time.monotonic() - start, reason)
+    return 1 if failed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(Main())
