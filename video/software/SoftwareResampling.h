@@ -14,11 +14,12 @@ public:
     /// ("pBits%4!=0", "Pitch%4!=0", with 2 for 16-bit buffers) and raises Exception with that text; nothing is drawn
     /// into a buffer of an unknown format.
     void Draw(Renderer& renderer, const SharedPtr<Data::ImageBase>& image, const ImageRect& rect);
+    /// The part of Draw behind the window: makes the kept picture, WIDTH x HEIGHT pixels, show the image.
+    void UpdateScaledBuffer(const Data::ImageBase& image, const ImageRect& rect, std::uint32_t width,
+                            std::uint32_t height);
     void DeleteContextObjects() { scaledBuffer.reset(); }
 
 private:
-    void UpdateScaledBuffer(const Data::ImageBase& image, const ImageRect& rect, std::uint32_t width,
-                            std::uint32_t height);
     bool IsScroll(const ImageRect& rect) const;
     void Scroll(const PixelTarget& target, const Data::ImageBase& image, const ImageRect& rect);
 

@@ -1,0 +1,28 @@
+#!/usr/bin/env python3
+"""Turns the results of resampling_bench into ratios: the peer's median time over ours, so that more is faster.
+
+    bench/table.py RESULTS.json
+"""
+
+import json
+import statistics
+import sys
+
+PEERS = {"Area, BGRA8": "OpenCV", "Area, grey 16": "OpenCV", "Cubic": "OpenCV", "Linear": "OpenCV", "Nearest": "pixman",
+         "Scroll by 3 columns": "memcpy"}
+
+
+def main():
+    with open(sys.argv[1], encoding="utf-8") as file:
+        runs = [run for run in json.load(file)["benchmarks"] if run["run_type"] == "iteration"]
+    speeds = {}
+    for run in runs:
+        work, side = run["name"].removesuffix("/real_time").split("/")[:2]
+        speeds.setdefault(work, {}).setdefault(side, []).append(run["items_per_second"] / 1e6)
+    for work, peer in PEERS.items():
+        ours, theirs = (statistics.median(speeds[work][side]) for side in ("us", "peer"))
+        print(f"{work:20} {ours:7.0f} MP/s   {peer} {theirs:7.0f} MP/s   {ours / theirs:.2f} x its speed")
+
+
+if __name__ == "__main__":
+    main()
