@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/Dispatch.h"
+#include "foundation/platform/Memory.h"
 
 #include <cstddef>
 #include <memory>
@@ -77,6 +78,7 @@ void* Image<T>::Allocate(std::uint32_t width, std::uint32_t height, std::uint32_
     AllocatedHeight = 0;
     const Allocation allocation = ComputeAllocation(width, height, requestedRowLength, requestedRows, sizeof(T));
     Buffer.reset(new std::byte[allocation.bytes]);
+    Platform::ExpectToFill(Buffer.get(), allocation.bytes);
     Width = width;
     Height = height;
     AllocatedWidth = allocation.allocatedWidth;
