@@ -54,6 +54,7 @@ class Viewer:
         self.desktop, self.display, self.platform = desktop, desktop.display, platform
         self.path, self.settingsFolder, self.results = Path(path), settingsFolder, results
         self.bitmap = self.view = None
+        self.hasNewSize = False
 
     def __enter__(self):
         self.program = Program(self.desktop, self.platform.Command(self.path), self.settingsFolder)
@@ -79,8 +80,15 @@ class Viewer:
         self.display.MoveResize(self.window, x, y, width, height)
         if self.view:
             self.view.Resize(width, height)
+            self.hasNewSize = True
+
+    def _AwaitNewSize(self):
+        """What the mouse does next counts from the new size's centre, so the program has to know of it."""
+        if self.hasNewSize:
+            self.Expect(f"resized to {self.view.width} x {self.view.height}")
 
     def Wheel(self, notches):
+        self._AwaitNewSize()
         x, y, width, height = self.display.Rectangle(self.window)
         self.display.Move(x + width // 2, y + height // 2)
         self.display.Wheel(notches)
@@ -91,6 +99,7 @@ class Viewer:
         self.Wheel(NOTCHES_TO[percent])
 
     def Drag(self, dx, dy):
+        self._AwaitNewSize()
         x, y, width, height = self.display.Rectangle(self.window)
         start = (x + width // 2, y + height // 2)
         # The mouse stops at the edges of the screen.
@@ -110,6 +119,7 @@ class Viewer:
         while True:
             picture = self.display.Grab(self.window)
             if picture.Opaque() == expected:
+                self.hasNewSize = False
                 return
             if self.program.HasEnded():
                 raise Mismatch(f"{label}: the program ended with exit code {self.program.process.returncode}")

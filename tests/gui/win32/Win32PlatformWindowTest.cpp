@@ -8,7 +8,7 @@
 namespace Quorvex::GUI {
 namespace {
 
-using Win32WindowTest = Win32Fixture;
+using Win32PlatformWindowTest = Win32Fixture;
 using Dispatched = IWindowSystem::Dispatched;
 
 /// A picture in which every pixel differs from its neighbours.
@@ -43,7 +43,7 @@ std::vector<std::uint8_t> Photograph(HWND window, std::uint32_t width, std::uint
     return pixels;
 }
 
-TEST_F(Win32WindowTest, IsCreatedHiddenAndSilentlyWithItsClientArea) {
+TEST_F(Win32PlatformWindowTest, IsCreatedHiddenAndSilentlyWithItsClientArea) {
     const auto window = Create(WindowKind::Main, {100, 120, 401, 353}, m_events);
     EXPECT_FALSE(window->IsVisible());
     EXPECT_TRUE(m_events.log.empty());
@@ -51,7 +51,7 @@ TEST_F(Win32WindowTest, IsCreatedHiddenAndSilentlyWithItsClientArea) {
     EXPECT_EQ(window->GetNativeHandle(), window->GetHandle());
 }
 
-TEST_F(Win32WindowTest, TheTitleSurvivesBothForms) {
+TEST_F(Win32PlatformWindowTest, TheTitleSurvivesBothForms) {
     const auto window = Create(WindowKind::Main, {0, 0, 300, 200}, m_events, u"Bild \u4E2D\u00FC");
     wchar_t text[64]{};
     GetWindowTextW(window->GetHandle(), text, 64);
@@ -84,14 +84,14 @@ TEST(Win32NarrowWindow, IsCreatedAndNamedByTheNarrowCalls) {
         ASSERT_EQ(system.DispatchNextMessage(), Dispatched::Message);
 }
 
-TEST_F(Win32WindowTest, ShowingTheMainWindowActivatesAndPaintsIt) {
+TEST_F(Win32PlatformWindowTest, ShowingTheMainWindowActivatesAndPaintsIt) {
     const auto window = Create(WindowKind::Main, {100, 100, 300, 200}, m_events);
     window->Show();
     EXPECT_TRUE(window->IsVisible());
     EXPECT_TRUE(DispatchUntil([&] { return m_events.Has("paint") && m_events.Has("activated"); }));
 }
 
-TEST_F(Win32WindowTest, PlacingItTellsItsOwnerAtOnce) {
+TEST_F(Win32PlatformWindowTest, PlacingItTellsItsOwnerAtOnce) {
     const auto window = Create(WindowKind::Main, {100, 100, 300, 200}, m_events);
     window->Show();
     Settle();
@@ -101,7 +101,7 @@ TEST_F(Win32WindowTest, PlacingItTellsItsOwnerAtOnce) {
     EXPECT_EQ(window->GetClientRect(), (Rect{110, 130, 351, 271}));
 }
 
-TEST_F(Win32WindowTest, TheScreenEqualsTheBufferAtOddSizes) {
+TEST_F(Win32PlatformWindowTest, TheScreenEqualsTheBufferAtOddSizes) {
     for (const auto& [width, height] : {std::pair{1u, 1u}, {7u, 3u}, {63u, 65u}, {201u, 149u}}) {
         const Rect rect{100, 100, 100 + static_cast<std::int32_t>(width), 100 + static_cast<std::int32_t>(height)};
         const auto window = Create(WindowKind::Panel, rect, m_events);
@@ -115,7 +115,7 @@ TEST_F(Win32WindowTest, TheScreenEqualsTheBufferAtOddSizes) {
     }
 }
 
-TEST_F(Win32WindowTest, RowsWithGapsAreShownWithoutThem) {
+TEST_F(Win32PlatformWindowTest, RowsWithGapsAreShownWithoutThem) {
     const auto window = Create(WindowKind::Panel, {100, 100, 103, 102}, m_events);
     window->Show();
     Settle();
@@ -128,7 +128,7 @@ TEST_F(Win32WindowTest, RowsWithGapsAreShownWithoutThem) {
     EXPECT_EQ(seen[12], 100);
 }
 
-TEST_F(Win32WindowTest, ALayeredPanelTakesPicturesWithAlpha) {
+TEST_F(Win32PlatformWindowTest, ALayeredPanelTakesPicturesWithAlpha) {
     const auto panel = Create(WindowKind::Panel, {100, 100, 109, 107}, m_panelEvents);
     EXPECT_TRUE(panel->SetLayered(true));
     EXPECT_TRUE(panel->IsLayered());
@@ -140,13 +140,13 @@ TEST_F(Win32WindowTest, ALayeredPanelTakesPicturesWithAlpha) {
     EXPECT_EQ(GetWindowLongA(panel->GetHandle(), GWL_EXSTYLE) & WS_EX_LAYERED, 0);
 }
 
-TEST_F(Win32WindowTest, TheMainWindowKeepsItsFrameAndIsNeverLayered) {
+TEST_F(Win32PlatformWindowTest, TheMainWindowKeepsItsFrameAndIsNeverLayered) {
     const auto window = Create(WindowKind::Main, {100, 100, 300, 200}, m_events);
     EXPECT_FALSE(window->SetLayered(true));
     EXPECT_FALSE(window->IsLayered());
 }
 
-TEST_F(Win32WindowTest, SeveralWindowsMoveInOneStep) {
+TEST_F(Win32PlatformWindowTest, SeveralWindowsMoveInOneStep) {
     const auto main = Create(WindowKind::Main, {100, 100, 300, 200}, m_events);
     const auto panel = Create(WindowKind::Panel, {120, 120, 160, 160}, m_panelEvents);
     panel->SetOwner(main.get());
@@ -161,7 +161,7 @@ TEST_F(Win32WindowTest, SeveralWindowsMoveInOneStep) {
     EXPECT_EQ(GetWindow(panel->GetHandle(), GW_HWNDNEXT), main->GetHandle());
 }
 
-TEST_F(Win32WindowTest, MouseMessagesCarryDesktopCoordinates) {
+TEST_F(Win32PlatformWindowTest, MouseMessagesCarryDesktopCoordinates) {
     const auto window = Create(WindowKind::Main, {100, 100, 300, 200}, m_events);
     SendMessageA(window->GetHandle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(10, 20));
     SendMessageA(window->GetHandle(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-120)), MAKELPARAM(150, 160));
@@ -171,7 +171,7 @@ TEST_F(Win32WindowTest, MouseMessagesCarryDesktopCoordinates) {
     EXPECT_EQ(static_cast<std::int16_t>(m_events.mouse[1].wParam >> 16), -120);
 }
 
-TEST_F(Win32WindowTest, MessagesReachTheirHandlers) {
+TEST_F(Win32PlatformWindowTest, MessagesReachTheirHandlers) {
     const auto window = Create(WindowKind::Main, {100, 100, 300, 200}, m_events);
     const HWND handle = window->GetHandle();
     SendMessageA(handle, WM_KEYDOWN, VK_RIGHT, 1);
@@ -193,14 +193,14 @@ TEST_F(Win32WindowTest, MessagesReachTheirHandlers) {
     EXPECT_TRUE(IsWindow(handle));
 }
 
-TEST_F(Win32WindowTest, AClickOnAPanelActivatesNothingByItself) {
+TEST_F(Win32PlatformWindowTest, AClickOnAPanelActivatesNothingByItself) {
     const auto panel = Create(WindowKind::Panel, {100, 100, 200, 200}, m_panelEvents);
     EXPECT_EQ(SendMessageA(panel->GetHandle(), WM_MOUSEACTIVATE, 0, MAKELPARAM(HTCLIENT, WM_LBUTTONDOWN)),
               MA_NOACTIVATE);
     EXPECT_EQ(m_panelEvents.log, (Log{"mouse activate"}));
 }
 
-TEST_F(Win32WindowTest, FocusBetweenTwoWindowsNamesTheOther) {
+TEST_F(Win32PlatformWindowTest, FocusBetweenTwoWindowsNamesTheOther) {
     const auto main = Create(WindowKind::Main, {100, 100, 300, 200}, m_events);
     const auto panel = Create(WindowKind::Panel, {320, 100, 400, 200}, m_panelEvents);
     main->Show();
@@ -211,7 +211,7 @@ TEST_F(Win32WindowTest, FocusBetweenTwoWindowsNamesTheOther) {
     EXPECT_TRUE(m_events.Has("no focus from another"));
 }
 
-TEST_F(Win32WindowTest, MinimisingEmptiesTheClientArea) {
+TEST_F(Win32PlatformWindowTest, MinimisingEmptiesTheClientArea) {
     const auto window = Create(WindowKind::Main, {100, 100, 300, 200}, m_events);
     window->Show();
     Settle();
@@ -225,7 +225,7 @@ TEST_F(Win32WindowTest, MinimisingEmptiesTheClientArea) {
     EXPECT_EQ(window->GetClientRect(), (Rect{100, 100, 300, 200}));
 }
 
-TEST_F(Win32WindowTest, PaintNowCallsBackAtOnceAndValidates) {
+TEST_F(Win32PlatformWindowTest, PaintNowCallsBackAtOnceAndValidates) {
     const auto window = Create(WindowKind::Main, {100, 100, 300, 200}, m_events);
     window->Show();
     Settle();
@@ -236,7 +236,7 @@ TEST_F(Win32WindowTest, PaintNowCallsBackAtOnceAndValidates) {
     EXPECT_FALSE(GetUpdateRect(window->GetHandle(), nullptr, FALSE));
 }
 
-TEST_F(Win32WindowTest, DisablingIsTold) {
+TEST_F(Win32PlatformWindowTest, DisablingIsTold) {
     const auto window = Create(WindowKind::Main, {100, 100, 300, 200}, m_events);
     window->SetEnabled(false);
     EXPECT_TRUE(m_events.Has("disabled"));
@@ -244,13 +244,13 @@ TEST_F(Win32WindowTest, DisablingIsTold) {
     EXPECT_TRUE(m_events.Has("enabled"));
 }
 
-TEST_F(Win32WindowTest, TheOwnersEndIsToldOnce) {
+TEST_F(Win32PlatformWindowTest, TheOwnersEndIsToldOnce) {
     auto window = Create(WindowKind::Main, {100, 100, 300, 200}, m_events);
     window.reset();
     EXPECT_EQ(m_events.log, (Log{"destroyed"}));
 }
 
-TEST_F(Win32WindowTest, AWindowDestroyedByTheSystemIsHarmlessAfterwards) {
+TEST_F(Win32PlatformWindowTest, AWindowDestroyedByTheSystemIsHarmlessAfterwards) {
     const auto window = Create(WindowKind::Main, {100, 100, 300, 200}, m_events);
     DestroyWindow(window->GetHandle());
     EXPECT_EQ(m_events.log, (Log{"destroyed"}));
@@ -259,7 +259,7 @@ TEST_F(Win32WindowTest, AWindowDestroyedByTheSystemIsHarmlessAfterwards) {
     EXPECT_FALSE(window->IsVisible());
 }
 
-TEST_F(Win32WindowTest, PostsOfFourThreadsAllArriveInOrder) {
+TEST_F(Win32PlatformWindowTest, PostsOfFourThreadsAllArriveInOrder) {
     const auto window = Create(WindowKind::Main, {100, 100, 300, 200}, m_events);
     constexpr std::uintptr_t threads = 4;
     constexpr std::intptr_t each = 500;
