@@ -18,6 +18,9 @@ public:
     void Render(const PixelTarget& target, const Data::ImageBase& image, const ImageRect& rect,
                 const PixelRegion& region);
 
+    /// The threads, for other work on the rows of a picture while nothing is rendered.
+    RowWorkers& GetWorkers() { return workers; }
+
 private:
     template <class Sample>
     void RenderSamples(const PixelTarget& target, const ImageView<Sample>& image, const QuadSampling& sampling,

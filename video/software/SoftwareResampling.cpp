@@ -4,6 +4,7 @@
 #include "video/BitBlit.h"
 #include "video/software/SoftwareContext.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace Quorvex::Platform::Video::Software {
@@ -55,6 +56,23 @@ ImageRect Moved(const ImageRect& rect, std::int32_t dx, std::int32_t dy) {
     move(moved.y0, dy);
     move(moved.y1, dy);
     return moved;
+}
+
+/// Rows that only move sideways do not touch each other.
+void MoveSideways(RowWorkers& workers, const BitBlit& move) {
+    constexpr std::int32_t bandRows = 64;
+    constexpr std::int64_t pixelsWorthAThread = 262144;
+    const std::int32_t bands = (move.height + bandRows - 1) / bandRows;
+    const bool isWorthThreads = std::int64_t(move.width) * move.height >= pixelsWorthAThread;
+    workers.Run(static_cast<std::uint32_t>(bands), isWorthThreads ? workers.LargestCount() : 1,
+                [&](std::uint32_t, std::uint32_t unit) {
+                    const std::int32_t begin = static_cast<std::int32_t>(unit) * bandRows;
+                    BitBlit band = move;
+                    band.sourceY += begin;
+                    band.destinationY += begin;
+                    band.height = std::min(bandRows, move.height - begin);
+                    band.Copy();
+                });
 }
 
 bool HasSameExtent(std::int32_t a0, std::int32_t a1, std::int32_t b0, std::int32_t b1) {
@@ -128,9 +146,12 @@ void SoftwareResampling::Scroll(const PixelTarget& target, const Data::ImageBase
     const auto moveX = static_cast<std::int32_t>(dx), moveY = static_cast<std::int32_t>(dy);
     const PixelRegion covered = Intersection(Normalized(rect), whole);
     const BlitSurface surface = WholeSurface(target);
-    BitBlit{surface,      surface,     covered.left + moveX,         covered.top + moveY,
-            covered.left, covered.top, covered.right - covered.left, covered.bottom - covered.top}
-        .Copy();
+    const BitBlit move{surface,      surface,     covered.left + moveX,         covered.top + moveY,
+                       covered.left, covered.top, covered.right - covered.left, covered.bottom - covered.top};
+    if (moveY == 0)
+        MoveSideways(resampling.GetWorkers(), move);
+    else
+        move.Copy();
 
     // Rows come into view at one side and columns at another; the columns leave out what the rows cover.
     PixelRegion kept = whole;

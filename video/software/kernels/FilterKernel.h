@@ -41,6 +41,8 @@ public:
         const RowBand band(unit, rowsPerBand, job.DrawnHeight());
         Scratch& scratch = scratches[worker];
         scratch.lines.Prepare(rows, band);
+        if (!job.sampling.IsTurned() && SumCount() * sizeof(Channel) <= stripBytes)
+            FetchAhead(scratch, band);
         for (std::uint32_t row = band.begin; row < band.end; ++row)
             RenderRow(scratch, row);
     }
@@ -56,6 +58,21 @@ private:
         std::vector<double> sums;
         std::vector<std::uint32_t> uncertainGroups;
     };
+
+    /// Lines shorter than this end before the processor has noticed that they will be read: a strip of columns that a
+    /// scroll brings into view jumps from one page of memory to the next.
+    static constexpr std::size_t stripBytes = 256;
+
+    void FetchAhead(const Scratch& scratch, const RowBand& band) const {
+        constexpr std::size_t cacheLine = 64;
+        for (std::uint32_t row = band.begin; row < band.end; ++row)
+            for (std::uint32_t tap = 0; tap < rows.TapsPerPixel(); ++tap) {
+                const std::uint32_t line = std::min(rows.FirstTap(row) + tap, rows.SourceEnd() - 1);
+                const auto* const bytes = reinterpret_cast<const std::byte*>(scratch.lines.Line(line));
+                for (std::size_t i = 0; i < SumCount() * sizeof(Channel) + cacheLine; i += cacheLine)
+                    __builtin_prefetch(bytes + i);
+            }
+    }
 
     void MakeTaps() {
         const AxisSampling& columnAxis = job.sampling.Columns();

@@ -166,14 +166,16 @@ template <Overshoot overshoot>
 LANES_FUNCTION IntLanes Round(Lanes level, Lanes& deviation) {
     if constexpr (overshoot == Overshoot::Clamp)
         level = Minimum(Maximum(level, Broadcast(0.0)), Broadcast(255.0));
-    const IntLanes nearest = ToNearest(level);
-    deviation = Maximum(deviation, Magnitude(Subtract(level, FromIntegers(nearest))));
+    const RoundedLanes nearest = RoundToNearest(level);
+    deviation = Maximum(deviation, Magnitude(Subtract(level, nearest.values)));
     if constexpr (overshoot == Overshoot::Wrap) {
-        // Below 0 the plain program cuts off upward: a negative level, by its magnitude, is uncertain as a whole.
+        // Below 0 the plain program cuts off upward: a negative level, by its magnitude, is uncertain as a whole. So is
+        // one beyond 32 bits, where the plain program's conversion ends and the rounding here may not.
         deviation = Maximum(deviation, Subtract(Broadcast(0.0), level));
-        return LowBytes(nearest);
+        deviation = Maximum(deviation, Multiply(level, Broadcast(0x1p-32)));
+        return LowBytes(nearest.integers);
     }
-    return nearest;
+    return nearest.integers;
 }
 
 template <bool isColor, int fixedTaps, Overshoot overshoot>

@@ -11,7 +11,8 @@ namespace Quorvex::Platform::Video::Software {
 namespace {
 
 using Lanes = __m256d;
-using IntLanes = __m128i;
+/// One integer in the low half of each of four times 64 bits.
+using IntLanes = __m256i;
 
 LANES_FUNCTION Lanes Load(const double* values) {
     return _mm256_loadu_pd(values);
@@ -43,11 +44,39 @@ LANES_FUNCTION Lanes Magnitude(Lanes a) {
 LANES_FUNCTION bool IsAnyAbove(Lanes a, Lanes limit) {
     return _mm256_movemask_pd(_mm256_cmp_pd(a, limit, _CMP_GT_OQ)) != 0;
 }
-LANES_FUNCTION IntLanes ToNearest(Lanes a) {
-    return _mm256_cvtpd_epi32(a);
+
+struct RoundedLanes {
+    IntLanes integers;
+    Lanes values;
+};
+
+/// For magnitudes below 2^31. A sum near 1.5 * 2^52 has no bits below 1, and its lowest ones are the integer: two
+/// additions, where conversions to integers and back would take twice as many operations.
+LANES_FUNCTION RoundedLanes RoundToNearest(Lanes a) {
+    const Lanes sum = Add(a, Broadcast(0x1.8p52));
+    return {_mm256_castpd_si256(sum), Subtract(sum, Broadcast(0x1.8p52))};
 }
-LANES_FUNCTION Lanes FromIntegers(IntLanes a) {
-    return _mm256_cvtepi32_pd(a);
+LANES_FUNCTION IntLanes LowBytes(IntLanes a) {
+    return _mm256_and_si256(a, _mm256_set1_epi64x(0xFF));
+}
+LANES_FUNCTION __m256i LowHalves(IntLanes a, IntLanes b) {
+    return _mm256_castps_si256(_mm256_shuffle_ps(_mm256_castsi256_ps(a), _mm256_castsi256_ps(b), 0x88));
+}
+/// Four colour pixels, one per argument. Values lie within 0 to 255.
+LANES_FUNCTION void StoreColors(Color* pixels, IntLanes a, IntLanes b, IntLanes c, IntLanes d) {
+    // Blue and green of all four pixels, then red and alpha.
+    const __m256i words = _mm256_packs_epi32(LowHalves(a, b), LowHalves(c, d));
+    const __m128i bytes = _mm_packus_epi16(_mm256_castsi256_si128(words), _mm256_extracti128_si256(words, 1));
+    const __m128i byPixel = _mm_setr_epi8(0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels), _mm_shuffle_epi8(bytes, byPixel));
+}
+/// Four grey pixels. Values lie within 0 to 255.
+LANES_FUNCTION void StoreGreys(Color* pixels, IntLanes a) {
+    const __m256i lowHalves = _mm256_permutevar8x32_epi32(a, _mm256_setr_epi32(0, 2, 4, 6, 0, 2, 4, 6));
+    const __m128i spread = _mm_setr_epi8(0, 0, 0, -1, 4, 4, 4, -1, 8, 8, 8, -1, 12, 12, 12, -1);
+    const __m128i greys = _mm_shuffle_epi8(_mm256_castsi256_si128(lowHalves), spread);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels),
+                     _mm_or_si128(greys, _mm_set1_epi32(static_cast<int>(0xFF000000))));
 }
 
 /// Eight neighbouring channels as two times four lanes.
@@ -57,7 +86,7 @@ struct WideLanes {
 };
 
 LANES_FUNCTION WideLanes FromIntegers(__m256i a) {
-    return {FromIntegers(_mm256_castsi256_si128(a)), FromIntegers(_mm256_extracti128_si256(a, 1))};
+    return {_mm256_cvtepi32_pd(_mm256_castsi256_si128(a)), _mm256_cvtepi32_pd(_mm256_extracti128_si256(a, 1))};
 }
 LANES_FUNCTION __m128i LoadBits(const void* bits) {
     return _mm_loadu_si128(static_cast<const __m128i*>(bits));
@@ -78,7 +107,7 @@ LANES_FUNCTION WideLanes Widen(const std::int16_t* channels) {
     return FromIntegers(_mm256_cvtepi16_epi32(LoadBits(channels)));
 }
 LANES_FUNCTION WideLanes Widen(const std::int32_t* channels) {
-    return {FromIntegers(LoadBits(channels)), FromIntegers(LoadBits(channels + 4))};
+    return {_mm256_cvtepi32_pd(LoadBits(channels)), _mm256_cvtepi32_pd(LoadBits(channels + 4))};
 }
 LANES_FUNCTION WideLanes Widen(const float* channels) {
     return {_mm256_cvtps_pd(_mm_loadu_ps(channels)), _mm256_cvtps_pd(_mm_loadu_ps(channels + 4))};
@@ -86,6 +115,3 @@ LANES_FUNCTION WideLanes Widen(const float* channels) {
 
 } // namespace
 } // namespace Quorvex::Platform::Video::Software
-
-// The packing of bytes needs no more than every processor of the kind has.
-#include "video/software/kernels/LanesPacking.inl"

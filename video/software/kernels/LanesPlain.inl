@@ -1,5 +1,6 @@
 // Four 64-bit floats at once for processors that nothing is known about. Included by a source file of its own.
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -56,14 +57,21 @@ inline bool IsAnyAbove(const Lanes& a, const Lanes& limit) {
     return a.values[0] > limit.values[0] || a.values[1] > limit.values[1] || a.values[2] > limit.values[2] ||
            a.values[3] > limit.values[3];
 }
-inline IntLanes ToNearest(const Lanes& a) {
-    IntLanes result;
-    for (int i = 0; i < 4; ++i)
-        result.values[i] = static_cast<std::int32_t>(std::nearbyint(a.values[i]));
+
+struct RoundedLanes {
+    IntLanes integers;
+    Lanes values;
+};
+
+/// For magnitudes below 2^31; larger ones stay there.
+inline RoundedLanes RoundToNearest(const Lanes& a) {
+    RoundedLanes result;
+    for (int i = 0; i < 4; ++i) {
+        const double value = std::clamp(std::nearbyint(a.values[i]), -0x1p31, 0x1p31 - 1.0);
+        result.integers.values[i] = static_cast<std::int32_t>(value);
+        result.values.values[i] = value;
+    }
     return result;
-}
-inline Lanes FromIntegers(const IntLanes& a) {
-    return ForEachLane([&](int i) { return static_cast<double>(a.values[i]); });
 }
 template <class Channel>
 WideLanes Widen(const Channel* channels) {

@@ -47,11 +47,33 @@ LANES_FUNCTION Lanes Magnitude(Lanes a) {
 LANES_FUNCTION bool IsAnyAbove(Lanes a, Lanes limit) {
     return _mm_movemask_pd(_mm_or_pd(_mm_cmpgt_pd(a.low, limit.low), _mm_cmpgt_pd(a.high, limit.high))) != 0;
 }
-LANES_FUNCTION IntLanes ToNearest(Lanes a) {
-    return _mm_unpacklo_epi64(_mm_cvtpd_epi32(a.low), _mm_cvtpd_epi32(a.high));
-}
 LANES_FUNCTION Lanes FromIntegers(IntLanes a) {
     return {_mm_cvtepi32_pd(a), _mm_cvtepi32_pd(_mm_unpackhi_epi64(a, a))};
+}
+
+struct RoundedLanes {
+    IntLanes integers;
+    Lanes values;
+};
+
+/// For magnitudes below 2^31.
+LANES_FUNCTION RoundedLanes RoundToNearest(Lanes a) {
+    const IntLanes integers = _mm_unpacklo_epi64(_mm_cvtpd_epi32(a.low), _mm_cvtpd_epi32(a.high));
+    return {integers, FromIntegers(integers)};
+}
+LANES_FUNCTION IntLanes LowBytes(IntLanes a) {
+    return _mm_and_si128(a, _mm_set1_epi32(0xFF));
+}
+/// Four colour pixels, one per argument. Values lie within 0 to 255.
+LANES_FUNCTION void StoreColors(Color* pixels, IntLanes a, IntLanes b, IntLanes c, IntLanes d) {
+    const __m128i bytes = _mm_packus_epi16(_mm_packs_epi32(a, b), _mm_packs_epi32(c, d));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels), bytes);
+}
+/// Four grey pixels. Values lie within 0 to 255.
+LANES_FUNCTION void StoreGreys(Color* pixels, IntLanes a) {
+    const __m128i twice = _mm_or_si128(a, _mm_slli_epi32(a, 8));
+    const __m128i opaque = _mm_or_si128(_mm_slli_epi32(a, 16), _mm_set1_epi32(static_cast<int>(0xFF000000)));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels), _mm_or_si128(twice, opaque));
 }
 
 /// Eight neighbouring channels as two times four lanes.
@@ -99,5 +121,3 @@ LANES_FUNCTION WideLanes Widen(const float* channels) {
 
 } // namespace
 } // namespace Quorvex::Platform::Video::Software
-
-#include "video/software/kernels/LanesPacking.inl"
