@@ -18,9 +18,10 @@ struct ImageRect {
     const Image2DMeta* source = nullptr; ///< The shown image; not owned.
     bool prepared = false;
     bool unchanged = false; ///< The image is the one of the last paint, so that what was resampled of it still holds.
+    // The part of it that may be drawn to, in the order of a context's clip.
     std::int32_t clipX0 = 0;
-    std::int32_t clipX1 = 0;
     std::int32_t clipY0 = 0;
+    std::int32_t clipX1 = 0;
     std::int32_t clipY1 = 0;
 };
 

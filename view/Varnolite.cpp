@@ -48,8 +48,11 @@ void Varnolite::SetZoom(double newInverseZoom) {
 }
 
 void Varnolite::ClampStoredScroll() {
-    if (!HasImage() || dragging)
-        return;
+    if (HasImage() && !dragging)
+        TakeClampedScroll();
+}
+
+void Varnolite::TakeClampedScroll() {
     std::tie(transform.scrollX, transform.scrollY) = ClampScroll(transform.scrollX, transform.scrollY);
 }
 
@@ -101,8 +104,8 @@ void Varnolite::SetRotation(std::int32_t degrees) {
         rotationChanged(*this);
     if (fitToWindow)
         Fit();
-    else
-        ClampStoredScroll();
+    else if (!dragging)
+        TakeClampedScroll();
     InvalidatePanel();
 }
 

@@ -91,7 +91,9 @@ private:
     void UpdateLayout();
     void Fit();
     void TakeLimitedZoom(double newInverseZoom);
+    /// Of an image that is not dragged.
     void ClampStoredScroll();
+    void TakeClampedScroll();
     void EndDrag();
     void EnterListeners();
     void LeaveListeners();

@@ -1,95 +1,11 @@
-#include "view/Varnolite.h"
-
-#include "data/Image.h"
-#include "tests/gui/GuiFixture.h"
-#include "video/Renderer.h"
-
-#include <gtest/gtest.h>
+#include "tests/view/VarnoliteFixture.h"
 
 using namespace Quorvex;
 using namespace Quorvex::View;
 
 namespace {
 
-/// Writes down what it was given, and whether blending was on.
-class RecordingOverlay final : public IViewOverlay {
-public:
-    RecordingOverlay(std::string overlayName, std::vector<std::string>& calls, GUI::GUI& root)
-        : name(std::move(overlayName)), record(calls), gui(root) {}
-    void SetRect(const GUI::Rect& newRect) override { rect = newRect; }
-    void PaintOver(const Platform::Video::ImageRect& newImageRect, const SharedPtr<Data::ImageBase>& image,
-                   double newScale) override {
-        record.push_back(name + (gui.GetContext()->blendingEnabled ? " blended" : " opaque"));
-        imageRect = newImageRect;
-        userImage = image.get();
-        scale = newScale;
-    }
-
-    std::string name;
-    std::vector<std::string>& record;
-    GUI::GUI& gui;
-    GUI::Rect rect;
-    Platform::Video::ImageRect imageRect;
-    const Data::ImageBase* userImage = nullptr;
-    double scale = 0;
-};
-
-/// A panel that the view fills, as the application's does.
-class ViewPanel final : public GUI::Panel {
-public:
-    ViewPanel() {
-        add(view);
-        view.SetEnabled(true);
-    }
-    void SetRect(std::int32_t newLeft, std::int32_t newTop, std::int32_t newRight, std::int32_t newBottom) override {
-        Panel::SetRect(newLeft, newTop, newRight, newBottom);
-        view.SetRect(0, 0, newRight - newLeft, newBottom - newTop);
-    }
-    Varnolite view;
-};
-
-class VarnoliteTest : public testing::Test {
-protected:
-    VarnoliteTest() : gui(system, u"test", "test"), panel(new ViewPanel()) {
-        panel->SetRect(100, 50, 300, 200);
-        gui.AddMainPanel(panel);
-        gui.CreateMainWindow();
-        gui.ShowMainWindow();
-        view.fitChanged.Bind(this, &VarnoliteTest::CountFit);
-        view.zoomChanged.Bind(this, &VarnoliteTest::CountZoom);
-        view.rotationChanged.Bind(this, &VarnoliteTest::CountRotation);
-    }
-    ~VarnoliteTest() override { gui.Shutdown(); }
-
-    void Show(std::uint32_t width, std::uint32_t height, bool hasAlpha = false) {
-        SharedPtr<Data::ImageBase> image = Data::CreateImage(Data::ColorTypeEnum::BGRAUInt8, width, height);
-        image->clear(77);
-        image->HasAlpha = hasAlpha ? 1 : 0;
-        Platform::Video::Image2DMeta display;
-        display.CreateFromMemory(gui.GetContext(), image);
-        view.SetImage(display, image);
-        shownImage = image.get();
-    }
-    void Paint() { gui.OnGlobalPaint(); }
-
-    void CountFit(Varnolite&) { ++fitCount; }
-    void CountZoom(Varnolite&) { ++zoomCount; }
-    void CountRotation(Varnolite&) { ++rotationCount; }
-
-    static std::uintptr_t Wheel(std::int32_t delta) { return static_cast<std::uintptr_t>(std::uint32_t(delta) << 16); }
-    static std::intptr_t Position(std::int32_t x, std::int32_t y) {
-        return static_cast<std::intptr_t>((std::uint32_t(y) << 16) | (std::uint32_t(x) & 0xFFFF));
-    }
-
-    GUI::HeadlessWindowSystem system;
-    GUI::GUI gui;
-    SharedPtr<ViewPanel> panel;
-    Varnolite& view = panel->view;
-    const Data::ImageBase* shownImage = nullptr;
-    int fitCount = 0;
-    int zoomCount = 0;
-    int rotationCount = 0;
-};
+class VarnoliteTest : public VarnoliteFixture {};
 
 } // namespace
 
@@ -249,58 +165,6 @@ TEST_F(VarnoliteTest, TellsOfARotationAndFitsTheTurnedImage) {
     EXPECT_DOUBLE_EQ(view.GetTransform().inverseZoom, 2000.0 / 150);
 }
 
-TEST_F(VarnoliteTest, PaintsImageThenValuesThenRulerBlendedAsEachNeeds) {
-    std::vector<std::string> record;
-    RecordingOverlay values("values", record, gui);
-    RecordingOverlay ruler("ruler", record, gui);
-    view.SetOverlays(&values, &ruler);
-    view.SetRGBOverlayVisible(true);
-    view.SetRulerVisible(true);
-    Show(20, 10);
-    Paint();
-    EXPECT_EQ(record, (std::vector<std::string>{"values opaque", "ruler blended"}));
-    EXPECT_EQ(values.userImage, shownImage);
-    EXPECT_EQ(ruler.imageRect.x0, values.imageRect.x0);
-    EXPECT_DOUBLE_EQ(ruler.scale, 1 / view.GetTransform().inverseZoom);
-    EXPECT_EQ(ruler.rect, (GUI::Rect{0, 0, 200, 150}));
-    record.clear();
-    Show(20, 10, true);
-    Paint();
-    EXPECT_EQ(record, (std::vector<std::string>{"values blended", "ruler blended"}));
-    view.SetOverlays(nullptr, nullptr);
-}
-
-TEST_F(VarnoliteTest, TellsTheResamplingWhetherTheImageIsTheOneOfTheLastPaint) {
-    std::vector<std::string> record;
-    RecordingOverlay values("values", record, gui);
-    view.SetOverlays(&values, nullptr);
-    view.SetRGBOverlayVisible(true);
-    Show(20, 10);
-    Paint();
-    EXPECT_FALSE(values.imageRect.unchanged);
-    EXPECT_TRUE(values.imageRect.prepared);
-    gui.Invalidate();
-    Paint();
-    EXPECT_TRUE(values.imageRect.unchanged);
-    view.SetOverlays(nullptr, nullptr);
-}
-
-TEST_F(VarnoliteTest, ClipsTheRectangleToTheView) {
-    std::vector<std::string> record;
-    RecordingOverlay values("values", record, gui);
-    view.SetOverlays(&values, nullptr);
-    view.SetRGBOverlayVisible(true);
-    Show(1000, 10);
-    view.SetZoom(1.0);
-    Paint();
-    EXPECT_EQ(values.imageRect.x0, -400);
-    EXPECT_EQ(values.imageRect.clipX0, 0);
-    EXPECT_EQ(values.imageRect.clipX1, 200);
-    EXPECT_EQ(values.imageRect.clipY0, 70);
-    EXPECT_EQ(values.imageRect.clipY1, 80);
-    view.SetOverlays(nullptr, nullptr);
-}
-
 TEST_F(VarnoliteTest, LeavesRoomForTheRulerWhileItIsShown) {
     Show(160, 130);
     view.SetRulerVisible(true);
@@ -315,28 +179,108 @@ TEST_F(VarnoliteTest, IsHitItselfInPlaceOfItsChildren) {
     EXPECT_EQ(view.GetControlAt(3, 3), &view);
 }
 
-TEST_F(VarnoliteTest, DrawsAgainAfterItsContextObjectsWereDeleted) {
-    Show(20, 10);
-    Paint();
-    EXPECT_TRUE(view.DeleteContextObjects());
-    gui.Invalidate();
-    Paint();
-    const auto& picture = system.GetWindows().front()->GetPicture();
-    EXPECT_EQ(picture.bits.at((75 * 200 + 100) * 4), 77);
+TEST_F(VarnoliteTest, ReachesExactlyOneHundredPercentBy32NotchesFromTheLowerLimit) {
+    Show(2000, 2000);
+    view.SetZoom(largestInverseZoom);
+    for (int notch = 0; notch < 32; ++notch) {
+        EXPECT_NE(view.GetTransform().inverseZoom, 1.0) << notch;
+        view.OnMouseWheel(Wheel(120), Position(230, 105));
+    }
+    EXPECT_EQ(view.GetTransform().inverseZoom, 1.0);
 }
 
-TEST_F(VarnoliteTest, PutsItsTextInTheMiddleInWhiteOrBlackByTheBackground) {
-    view.SetLabelText({"Text", "Text"});
-    for (const auto& [level, textLevel] : {std::pair{0.2f, 255}, {0.9f, 0}}) {
-        panel->SetBackgroundColor({level, level, level, 1.0f});
-        gui.Invalidate();
-        Paint();
-        const auto& bits = system.GetWindows().front()->GetPicture().bits;
-        int textPixels = 0;
-        for (std::size_t y = 68; y < 82; ++y)
-            for (std::size_t x = 0; x < 200; ++x)
-                // A tint darkens alpha by a level, so that black ink lets a trace of the background through.
-                textPixels += std::abs(bits.at((y * 200 + x) * 4) - textLevel) <= 1 ? 1 : 0;
-        EXPECT_GT(textPixels, 10) << level;
-    }
+TEST_F(VarnoliteTest, KeepsZoomTurnAndPlaceForAnotherImageOutsideTheFit) {
+    Show(2000, 2000);
+    view.SetZoom(2.0);
+    view.SetRotation(90);
+    view.ScrollBy(30, -40);
+    const ViewTransform before = view.GetTransform();
+    Show(1000, 3000);
+    EXPECT_EQ(view.GetTransform().inverseZoom, 2.0);
+    EXPECT_EQ(view.GetTransform().rotation, 90);
+    EXPECT_EQ(view.GetTransform().scrollX, before.scrollX);
+    EXPECT_EQ(view.GetTransform().scrollY, before.scrollY);
+}
+
+TEST_F(VarnoliteTest, FitsAnotherImageUnlessItIsDragged) {
+    Show(100, 150);
+    EXPECT_DOUBLE_EQ(view.GetTransform().inverseZoom, 1.0);
+    Show(100, 300);
+    EXPECT_DOUBLE_EQ(view.GetTransform().inverseZoom, 2.0);
+    view.OnMouseLButtonDown(10, 10);
+    Show(100, 150);
+    EXPECT_DOUBLE_EQ(view.GetTransform().inverseZoom, 2.0);
+    view.OnMouseLButtonUp(10, 10);
+}
+
+TEST_F(VarnoliteTest, IsEmptiedByAnEmptyImage) {
+    Show(100, 100);
+    EXPECT_TRUE(view.HasImage());
+    view.SetImage({}, {});
+    EXPECT_FALSE(view.HasImage());
+    EXPECT_EQ(view.OnMouseWheel(Wheel(120), Position(150, 100)), 0);
+}
+
+TEST_F(VarnoliteTest, KeepsTheOffsetOfADragPastTheLimitUntilTheButtonIsUp) {
+    Show(100, 100);
+    view.SetZoom(1.0);
+    // 50 pixels of the image stay inside: half of it and half of the view less 50.
+    const double limitX = 50 + (100 - 50), limitY = 50 + (75 - 50);
+    view.OnMouseLButtonDown(50, 50);
+    view.OnMouseMove(1050, -950);
+    EXPECT_EQ(view.GetTransform().scrollX, -1000);
+    EXPECT_EQ(view.GetTransform().scrollY, 1000);
+    view.OnMouseLButtonUp(1050, -950);
+    EXPECT_EQ(view.GetTransform().scrollX, -limitX);
+    EXPECT_EQ(view.GetTransform().scrollY, limitY);
+}
+
+TEST_F(VarnoliteTest, ClampsADraggedOffsetWhenTheMouseIsLost) {
+    Show(100, 100);
+    view.SetZoom(1.0);
+    view.OnMouseLButtonDown(50, 50);
+    view.OnMouseMove(1050, 50);
+    view.OnMouseLeave();
+    EXPECT_EQ(view.GetTransform().scrollX, -100);
+    EXPECT_EQ(view.OnMouseMove(2050, 50), nullptr) << "the drag has ended";
+    EXPECT_EQ(view.GetTransform().scrollX, -100);
+}
+
+TEST_F(VarnoliteTest, ZoomsAndTurnsADraggedViewWithoutAClamp) {
+    Show(100, 100);
+    view.SetZoom(1.0);
+    view.OnMouseLButtonDown(50, 50);
+    view.OnMouseMove(1050, 50);
+    view.SetZoom(2.0);
+    EXPECT_EQ(view.GetTransform().scrollX, -1000);
+    view.ZoomStepAt(8, 0, 0);
+    EXPECT_EQ(view.GetTransform().scrollX, -1000);
+    view.SetRotation(180);
+    EXPECT_NEAR(view.GetTransform().scrollX, 1000, 1e-2);
+    view.OnMouseLButtonUp(1050, 50);
+    EXPECT_EQ(view.GetTransform().scrollX, 100);
+}
+
+TEST_F(VarnoliteTest, ClampsTheScrollWhenItIsTurned) {
+    Show(100, 100);
+    view.SetZoom(1.0);
+    view.ScrollBy(-90, 0);
+    // The point 90 to the right comes to lie 90 above the centre, where the view ends earlier.
+    view.SetRotation(90);
+    EXPECT_EQ(view.GetTransform().scrollY, -75);
+    Show(2000, 2000);
+    view.ScrollBy(-500, 0);
+    view.SetImage({}, {});
+    view.SetRotation(270);
+    EXPECT_EQ(view.GetTransform().scrollX, -50) << "without an image too";
+}
+
+TEST_F(VarnoliteTest, LeavesTheRulerMoreRoomOnAFinerScreen) {
+    GUI::SetScale(2);
+    Show(120, 110);
+    view.SetRulerVisible(true);
+    EXPECT_DOUBLE_EQ(view.GetTransform().inverseZoom, 1.0) << "80 columns and 40 rows of 200 x 150";
+    view.SetRulerVisible(false);
+    GUI::SetScale(1);
+    EXPECT_DOUBLE_EQ(view.GetTransform().inverseZoom, 110 / 150.0);
 }
