@@ -134,6 +134,14 @@ TEST_F(HardwareResamplingTest, TextureCoordinatesFollowTheRotation) {
     }
 }
 
+TEST_F(HardwareResamplingTest, AHundredByAHundredEndsAt100Of128InBothDirections) {
+    // A device that takes powers of two alone.
+    picture.CreateFromMemory(context, context->CreateImageUInt8(100, 100, 0, 0));
+    const std::vector<std::string> wanted = {"0 0 10 20", "0.78125 0 35 20",        "0.78125 0.78125 35 120",
+                                             "0 0 10 20", "0.78125 0.78125 35 120", "0 0.78125 10 120"};
+    EXPECT_EQ(Vertices(Draw(Rect(Mode::Nearest))), wanted);
+}
+
 TEST_F(HardwareResamplingTest, AnyOtherRotationLeavesTheQuadAsItWas) {
     Draw(Rect(Mode::Nearest));
     const DeviceRecord record = Draw(Rect(Mode::Nearest, 45));
