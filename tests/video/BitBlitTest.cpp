@@ -1,6 +1,7 @@
 #include "video/BitBlit.h"
 
 #include "foundation/Exception.h"
+#include "tests/support/LogCapture.h"
 #include "video/Blend.h"
 
 #include <gtest/gtest.h>
@@ -162,14 +163,16 @@ TEST(BitBlit, BlendWeighsEveryAlphaLikeTheFormula) {
 }
 
 TEST(BitBlit, BlendOfASurfaceIntoItselfIsAnError) {
+    const Quorvex::Test::LogCapture log;
     GuardedSurface<Pixel> surface(4, 4);
     const BitBlit blit{surface.TopDown(), surface.TopDown(), 0, 0, 1, 1, 2, 2};
     try {
         blit.Blend();
-        FAIL() << "no exception";
+        ADD_FAILURE() << "no exception";
     } catch (const Exception& exception) {
         EXPECT_STREQ(exception.what(), "BitBlit: invalid Func");
     }
+    EXPECT_TRUE(log.HasLineEndingIn("BitBlit: invalid Func"));
 }
 
 TEST(BitBlit, CopyTo565DropsTheLowBits) {

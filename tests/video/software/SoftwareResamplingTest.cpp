@@ -1,3 +1,4 @@
+#include "tests/support/LogCapture.h"
 #include "tests/video/software/SampleImages.h"
 #include "tests/video/software/SoftwareFixture.h"
 #include "video/Resampling.h"
@@ -350,12 +351,14 @@ protected:
     OddSurfaceTest() { ShowNumbered(4, 4); }
 
     void ExpectProblem(const char* problem) {
+        const Quorvex::Test::LogCapture log;
         try {
             resampling.Draw(odd, picture, Rect(0, 0, 4, 4));
             ADD_FAILURE() << "no exception, wanted " << problem;
         } catch (const Exception& exception) {
             EXPECT_STREQ(exception.what(), problem);
         }
+        EXPECT_TRUE(log.HasLineEndingIn(problem)) << log.Text();
     }
 
     OddRenderer odd{context, window};
