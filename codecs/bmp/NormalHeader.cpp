@@ -51,21 +51,9 @@ void ReadMasksBehindHeader(Quorvex::Stream& stream, NormalHeader& normal) {
 } // namespace
 
 NormalHeader::NormalHeader() {
-    fields.biSize.Set(0);
-    fields.biWidth.Set(0);
-    fields.biHeight.Set(0);
-    fields.biPlanes.Set(0);
-    fields.biBitCount.Set(0);
-    fields.biCompression.Set(0);
-    fields.biSizeImage.Set(0);
-    fields.biXPelsPerMeter.Set(0);
-    fields.biYPelsPerMeter.Set(0);
-    fields.biClrUsed.Set(0);
-    fields.biClrImportant.Set(0);
-    fields.biRedMask.Set(0);
-    fields.biGreenMask.Set(0);
-    fields.biBlueMask.Set(0);
-    fields.biAlphaMask.Set(0);
+#define QUORVEX_ZERO_FIELD(prefix, type, name, text) fields.prefix##name.Set(0);
+    QUORVEX_BITMAP_NORMAL_FIELDS(QUORVEX_ZERO_FIELD, bi)
+#undef QUORVEX_ZERO_FIELD
 }
 
 ImageInfo NormalHeader::GetImageInfo() const {

@@ -18,69 +18,33 @@ void StoreImageSize(NormalHeader& normal) {
 
 } // namespace
 
+#define QUORVEX_COPY_FIELD(prefix, type, name, text) normal.fields.bi##name.Set(prefix##name);
+
 void BITMAPINFOHEADER::CopyTo(NormalHeader& normal) const {
-    normal.fields.biSize.Set(biSize);
-    normal.fields.biWidth.Set(biWidth);
-    normal.fields.biHeight.Set(biHeight);
-    normal.fields.biPlanes.Set(biPlanes);
-    normal.fields.biBitCount.Set(biBitCount);
-    normal.fields.biCompression.Set(biCompression);
-    normal.fields.biSizeImage.Set(biSizeImage);
-    normal.fields.biXPelsPerMeter.Set(biXPelsPerMeter);
-    normal.fields.biYPelsPerMeter.Set(biYPelsPerMeter);
-    normal.fields.biClrUsed.Set(biClrUsed);
-    normal.fields.biClrImportant.Set(biClrImportant);
+    QUORVEX_BITMAP_INFO_FIELDS(QUORVEX_COPY_FIELD, bi)
     StoreImageSize(normal);
 }
 
 void BITMAPV2INFOHEADER::CopyTo(NormalHeader& normal) const {
     BITMAPINFOHEADER::CopyTo(normal);
-    normal.fields.biRedMask.Set(biRedMask);
-    normal.fields.biGreenMask.Set(biGreenMask);
-    normal.fields.biBlueMask.Set(biBlueMask);
+    QUORVEX_BITMAP_COLOR_MASK_FIELDS(QUORVEX_COPY_FIELD, bi)
 }
 
 void BITMAPV3INFOHEADER::CopyTo(NormalHeader& normal) const {
     BITMAPV2INFOHEADER::CopyTo(normal);
-    normal.fields.biAlphaMask.Set(biAlphaMask);
+    QUORVEX_BITMAP_ALPHA_MASK_FIELD(QUORVEX_COPY_FIELD, bi)
 }
 
 void BITMAPV4HEADER::CopyTo(NormalHeader& normal) const {
-    normal.fields.biSize.Set(bV4Size);
-    normal.fields.biWidth.Set(bV4Width);
-    normal.fields.biHeight.Set(bV4Height);
-    normal.fields.biPlanes.Set(bV4Planes);
-    normal.fields.biBitCount.Set(bV4BitCount);
-    normal.fields.biCompression.Set(bV4Compression);
-    normal.fields.biSizeImage.Set(bV4SizeImage);
-    normal.fields.biXPelsPerMeter.Set(bV4XPelsPerMeter);
-    normal.fields.biYPelsPerMeter.Set(bV4YPelsPerMeter);
-    normal.fields.biClrUsed.Set(bV4ClrUsed);
-    normal.fields.biClrImportant.Set(bV4ClrImportant);
-    normal.fields.biRedMask.Set(bV4RedMask);
-    normal.fields.biGreenMask.Set(bV4GreenMask);
-    normal.fields.biBlueMask.Set(bV4BlueMask);
-    normal.fields.biAlphaMask.Set(bV4AlphaMask);
+    QUORVEX_BITMAP_NORMAL_FIELDS(QUORVEX_COPY_FIELD, bV4)
     StoreImageSize(normal);
 }
 
 void BITMAPV5HEADER::CopyTo(NormalHeader& normal) const {
-    normal.fields.biSize.Set(bV5Size);
-    normal.fields.biWidth.Set(bV5Width);
-    normal.fields.biHeight.Set(bV5Height);
-    normal.fields.biPlanes.Set(bV5Planes);
-    normal.fields.biBitCount.Set(bV5BitCount);
-    normal.fields.biCompression.Set(bV5Compression);
-    normal.fields.biSizeImage.Set(bV5SizeImage);
-    normal.fields.biXPelsPerMeter.Set(bV5XPelsPerMeter);
-    normal.fields.biYPelsPerMeter.Set(bV5YPelsPerMeter);
-    normal.fields.biClrUsed.Set(bV5ClrUsed);
-    normal.fields.biClrImportant.Set(bV5ClrImportant);
-    normal.fields.biRedMask.Set(bV5RedMask);
-    normal.fields.biGreenMask.Set(bV5GreenMask);
-    normal.fields.biBlueMask.Set(bV5BlueMask);
-    normal.fields.biAlphaMask.Set(bV5AlphaMask);
+    QUORVEX_BITMAP_NORMAL_FIELDS(QUORVEX_COPY_FIELD, bV5)
     StoreImageSize(normal);
 }
+
+#undef QUORVEX_COPY_FIELD
 
 } // namespace ET::Img

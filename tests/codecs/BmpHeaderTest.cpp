@@ -1,4 +1,5 @@
-#include "codecs/bmp/InfoHeader.h"
+#include "codecs/bmp/FileHeader.h"
+#include "codecs/bmp/NormalHeader.h"
 #include "tests/codecs/BmpLoad.h"
 
 #include <gmock/gmock.h>
@@ -21,6 +22,18 @@ const std::vector<std::uint32_t> generations = {0x0C, 0x10, 0x14, 0x18, 0x20, 0x
                                                 0x2E, 0x30, 0x34, 0x38, 0x3C, 0x40, 0x6C, 0x7C};
 
 class BmpHeaderGeneration : public testing::TestWithParam<std::uint32_t> {};
+
+/// Calls check(name, description) for the composite and all that lies in it.
+template <class Check>
+void ForEachDescription(const CompositeOfProperties& composite, const Check& check) {
+    check(composite.GetName(), composite.GetDescription());
+    for (const auto& entry : composite.GetEntries()) {
+        if (const auto nested = entry.DynamicCast<CompositeOfProperties::AbstractCompositeInfo>())
+            ForEachDescription(nested->GetComposite(), check);
+        else
+            check(entry->GetName(), entry->GetDescription());
+    }
+}
 
 // The lines of the info header, without those of the file header and with the key stripped.
 Strings InfoFields(const Bytes& file, const std::string& key) {
@@ -146,25 +159,78 @@ TEST(BmpHeader, HeadersOf52And56BytesAppendTheMasks) {
 }
 
 TEST(BmpHeader, HeaderOf108BytesHasColourSpaceEndpointsAndGamma) {
-    const Strings v4 = InfoFields(TwoPixels(0x6C).Build(), "BITMAPV4HEADER");
-    ASSERT_EQ(v4.size(), 28u);
-    EXPECT_EQ(v4[0], "bV4Size = 108");
-    EXPECT_THAT(Strings(v4.begin() + 11, v4.end()),
-                ElementsAre("bV4RedMask = 0", "bV4GreenMask = 0", "bV4BlueMask = 0", "bV4AlphaMask = 0",
-                            "bV4CSType = 1934772034", "bV4Endpoints/ciexyzRed/ciexyzX = 0.125",
-                            "bV4Endpoints/ciexyzRed/ciexyzY = 0.25", "bV4Endpoints/ciexyzRed/ciexyzZ = 0.375",
-                            "bV4Endpoints/ciexyzGreen/ciexyzX = 0.5", "bV4Endpoints/ciexyzGreen/ciexyzY = 0.625",
-                            "bV4Endpoints/ciexyzGreen/ciexyzZ = 0.75", "bV4Endpoints/ciexyzBlue/ciexyzX = 0.875",
-                            "bV4Endpoints/ciexyzBlue/ciexyzY = 1", "bV4Endpoints/ciexyzBlue/ciexyzZ = 1.125",
-                            "bV4GammaRed = 257", "bV4GammaGreen = 258", "bV4GammaBlue = 259"));
+    EXPECT_THAT(InfoFields(TwoPixels(0x6C).Build(), "BITMAPV4HEADER"),
+                ElementsAre("bV4Size = 108", "bV4Width = 2", "bV4Height = 1", "bV4Planes = 1", "bV4BitCount = 24",
+                            "bV4Compression = 0", "bV4SizeImage = 8", "bV4XPelsPerMeter = 0", "bV4YPelsPerMeter = 0",
+                            "bV4ClrUsed = 0", "bV4ClrImportant = 7", "bV4RedMask = 0", "bV4GreenMask = 0",
+                            "bV4BlueMask = 0", "bV4AlphaMask = 0", "bV4CSType = 1934772034",
+                            "bV4Endpoints/ciexyzRed/ciexyzX = 0.125", "bV4Endpoints/ciexyzRed/ciexyzY = 0.25",
+                            "bV4Endpoints/ciexyzRed/ciexyzZ = 0.375", "bV4Endpoints/ciexyzGreen/ciexyzX = 0.5",
+                            "bV4Endpoints/ciexyzGreen/ciexyzY = 0.625", "bV4Endpoints/ciexyzGreen/ciexyzZ = 0.75",
+                            "bV4Endpoints/ciexyzBlue/ciexyzX = 0.875", "bV4Endpoints/ciexyzBlue/ciexyzY = 1",
+                            "bV4Endpoints/ciexyzBlue/ciexyzZ = 1.125", "bV4GammaRed = 257", "bV4GammaGreen = 258",
+                            "bV4GammaBlue = 259"));
 }
 
 TEST(BmpHeader, HeaderOf124BytesAddsIntentAndProfile) {
-    const Strings v5 = InfoFields(TwoPixels(0x7C).Build(), "BITMAPV5HEADER");
-    ASSERT_EQ(v5.size(), 32u);
-    EXPECT_EQ(v5[0], "bV5Size = 124");
-    EXPECT_THAT(Strings(v5.begin() + 28, v5.end()),
-                ElementsAre("bV5Intent = 4", "bV5ProfileData = 513", "bV5ProfileSize = 514", "bV5Reserved = 515"));
+    BmpRecipe recipe = TwoPixels(0x7C);
+    recipe.xResolution = -5;
+    recipe.yResolution = 6;
+    recipe.colorsUsed = 3;
+    recipe.masks = {1, 2, 4, 8};
+    EXPECT_THAT(InfoFields(recipe.Build(), "BITMAPV5HEADER"),
+                ElementsAre("bV5Size = 124", "bV5Width = 2", "bV5Height = 1", "bV5Planes = 1", "bV5BitCount = 24",
+                            "bV5Compression = 0", "bV5SizeImage = 8", "bV5XPelsPerMeter = -5", "bV5YPelsPerMeter = 6",
+                            "bV5ClrUsed = 3", "bV5ClrImportant = 7", "bV5RedMask = 1", "bV5GreenMask = 2",
+                            "bV5BlueMask = 4", "bV5AlphaMask = 8", "bV5CSType = 1934772034",
+                            "bV5Endpoints/ciexyzRed/ciexyzX = 0.125", "bV5Endpoints/ciexyzRed/ciexyzY = 0.25",
+                            "bV5Endpoints/ciexyzRed/ciexyzZ = 0.375", "bV5Endpoints/ciexyzGreen/ciexyzX = 0.5",
+                            "bV5Endpoints/ciexyzGreen/ciexyzY = 0.625", "bV5Endpoints/ciexyzGreen/ciexyzZ = 0.75",
+                            "bV5Endpoints/ciexyzBlue/ciexyzX = 0.875", "bV5Endpoints/ciexyzBlue/ciexyzY = 1",
+                            "bV5Endpoints/ciexyzBlue/ciexyzZ = 1.125", "bV5GammaRed = 257", "bV5GammaGreen = 258",
+                            "bV5GammaBlue = 259", "bV5Intent = 4", "bV5ProfileData = 513", "bV5ProfileSize = 514",
+                            "bV5Reserved = 515"));
+}
+
+TEST(BmpHeader, EveryGenerationFillsTheNormalForm) {
+    for (const std::uint32_t size : generations) {
+        BmpRecipe recipe = TwoPixels(size);
+        recipe.xResolution = 100;
+        recipe.yResolution = 200;
+        recipe.colorsUsed = 3;
+        recipe.masks = {1, 2, 4, 8};
+        TestStream stream(recipe.Build());
+        CompositeOfProperties root;
+        ET::Img::NormalHeader header;
+        ReadHeaders(stream, root, header);
+        const bool isOs2 = size != 0x28 && size != 0x34 && size != 0x38 && size < 0x6C;
+        const auto inOs2From = [&](std::uint32_t length, std::uint32_t value) {
+            return !isOs2 || size >= length ? value : 0;
+        };
+        const auto inWindowsFrom = [&](std::uint32_t length, std::uint32_t value) {
+            return !isOs2 && size >= length ? value : 0;
+        };
+        const auto& fields = header.fields;
+        EXPECT_EQ(header.width, 2u) << size;
+        EXPECT_EQ(header.height, 1u) << size;
+        EXPECT_EQ(header.headerBytes, size);
+        EXPECT_EQ(header.offBits, 14 + size);
+        EXPECT_EQ(fields.biSize.Get(), size);
+        EXPECT_EQ(fields.biWidth.Get(), 2) << size;
+        EXPECT_EQ(fields.biHeight.Get(), 1) << size;
+        EXPECT_EQ(fields.biPlanes.Get(), 1) << size;
+        EXPECT_EQ(fields.biBitCount.Get(), 24) << size;
+        EXPECT_EQ(fields.biCompression.Get(), 0u) << size;
+        EXPECT_EQ(fields.biSizeImage.Get(), inOs2From(0x18, 8)) << size;
+        EXPECT_EQ(fields.biXPelsPerMeter.Get(), static_cast<std::int32_t>(inOs2From(0x20, 100))) << size;
+        EXPECT_EQ(fields.biYPelsPerMeter.Get(), static_cast<std::int32_t>(inOs2From(0x20, 200))) << size;
+        EXPECT_EQ(fields.biClrUsed.Get(), inOs2From(0x24, 3)) << size;
+        EXPECT_EQ(fields.biClrImportant.Get(), inOs2From(0x28, 7)) << size;
+        EXPECT_EQ(fields.biRedMask.Get(), inWindowsFrom(0x34, 1)) << size;
+        EXPECT_EQ(fields.biGreenMask.Get(), inWindowsFrom(0x34, 2)) << size;
+        EXPECT_EQ(fields.biBlueMask.Get(), inWindowsFrom(0x34, 4)) << size;
+        EXPECT_EQ(fields.biAlphaMask.Get(), inWindowsFrom(0x38, 8)) << size;
+    }
 }
 
 TEST(BmpHeader, Size28InAnOs2FileIsReadAsTheWindowsHeader) {
@@ -172,16 +238,17 @@ TEST(BmpHeader, Size28InAnOs2FileIsReadAsTheWindowsHeader) {
 }
 
 TEST(BmpHeader, WindowsFieldsExplainThemselvesAndOs2FieldsDoNot) {
-    const auto windows = ET::Img::CreateInfoHeader(0x7C);
-    EXPECT_FALSE(windows->GetDescription().IsEmpty());
-    for (const auto& entry : windows->GetEntries())
-        EXPECT_FALSE(entry->GetDescription().IsEmpty()) << entry->GetName();
-    for (const std::uint32_t size : {0x0C, 0x40}) {
-        const auto os2 = ET::Img::CreateInfoHeader(size);
-        EXPECT_TRUE(os2->GetDescription().IsEmpty());
-        for (const auto& entry : os2->GetEntries())
-            EXPECT_TRUE(entry->GetDescription().IsEmpty()) << entry->GetName();
-    }
+    for (const std::uint32_t size : {0x28u, 0x34u, 0x38u, 0x6Cu, 0x7Cu})
+        ForEachDescription(*ET::Img::CreateInfoHeader(size), [](const std::string& name, const String& description) {
+            EXPECT_FALSE(description.IsEmpty()) << name;
+        });
+    for (const std::uint32_t size : {0x0Cu, 0x40u})
+        ForEachDescription(*ET::Img::CreateInfoHeader(size), [](const std::string& name, const String& description) {
+            EXPECT_TRUE(description.IsEmpty()) << name;
+        });
+    ForEachDescription(ET::Img::BITMAPFILEHEADER(), [](const std::string& name, const String& description) {
+        EXPECT_TRUE(description.IsEmpty()) << name;
+    });
 }
 
 TEST(BmpHeader, DescriptionsHaveTheirFixedTexts) {
