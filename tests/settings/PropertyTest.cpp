@@ -1,10 +1,13 @@
 #include "settings/Property.h"
+#include "tests/settings/TextOnlySetting.h"
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
 
 using namespace Quorvex;
+using Quorvex::Test::ExpectTextOnly;
+using Quorvex::Test::IsLineText;
 
 namespace {
 
@@ -29,29 +32,6 @@ private:
     std::size_t m_position = 0;
 };
 
-/// Writes what it visits: "name:type=value ".
-class Recorder final : public PropertyWalker {
-public:
-    void Visit(const std::string& name, bool value) override { Add(name, "bool", value); }
-    void Visit(const std::string& name, std::int16_t value) override { Add(name, "int16", value); }
-    void Visit(const std::string& name, std::int32_t value) override { Add(name, "int32", value); }
-    void Visit(const std::string& name, std::int64_t value) override { Add(name, "int64", value); }
-    void Visit(const std::string& name, std::uint8_t value) override { Add(name, "uint8", value); }
-    void Visit(const std::string& name, std::uint16_t value) override { Add(name, "uint16", value); }
-    void Visit(const std::string& name, std::uint32_t value) override { Add(name, "uint32", value); }
-    void Visit(const std::string& name, FixedPoint230 value) override { Add(name, "fixed", value); }
-    void BeginComposite(const std::string& name) override { text += name + "{ "; }
-    void EndComposite(const std::string& name) override { text += "}" + name + " "; }
-
-    std::string text;
-
-private:
-    template <class T>
-    void Add(const std::string& name, const char* type, T value) {
-        text += name + ":" + type + "=" + ValueText<T>::ToText(value).ToStdString() + " ";
-    }
-};
-
 class Listener {
 public:
     void OnChange(const int& value) { heard.push_back(value); }
@@ -66,11 +46,6 @@ std::string MessageOf(const Action& action) {
         return exception.what();
     }
     return "nothing was raised";
-}
-
-/// "NNN " as Exception(line, name) writes it.
-bool IsLineMessage(const std::string& message) {
-    return message.size() > 1 && message.back() == ' ' && message.find_first_not_of("0123456789") == message.size() - 1;
 }
 
 struct OneOfEach : CompositeOfProperties {
@@ -137,7 +112,7 @@ TEST(Property, GetOfWhatNothingHasReadRaises) {
     UninitializedProperty<std::uint32_t> property("biSize", &composite);
     EXPECT_FALSE(property.IsKnown());
     EXPECT_THROW(property.Get(), Exception);
-    EXPECT_TRUE(IsLineMessage(MessageOf([&] { property.Get(); }))) << MessageOf([&] { property.Get(); });
+    EXPECT_TRUE(IsLineText(MessageOf([&] { property.Get(); }))) << MessageOf([&] { property.Get(); });
     EXPECT_THROW(static_cast<void>(property + 1), Exception);
     EXPECT_THROW(composite.GetEntries()[0]->ToString(), Exception);
 }
@@ -155,7 +130,7 @@ TEST(Property, StreamGivesLittleEndianValuesInOrderOfDeclaration) {
     Bytes stream(oneOfEachBytes);
     composite.LoadValueFromStream(stream);
     EXPECT_EQ(stream.tell(), stream.size());
-    Recorder recorder;
+    RecordingWalker recorder;
     composite.Walk(recorder);
     EXPECT_EQ(recorder.text, "Each{ truth:bool=true int16:int16=-2 int32:int32=-3 int64:int64=-4 uint8:uint8=251 "
                              "uint16:uint16=19778 uint32:uint32=2147483688 fixed:fixed=1.5 }Each ");
@@ -173,7 +148,7 @@ TEST(Property, ShortStreamLeavesTheRestUnknown) {
 TEST(Property, WalkerPassesOverFieldsThatWereNeverRead) {
     OneOfEach composite;
     composite.uint16.Set(19778);
-    Recorder recorder;
+    RecordingWalker recorder;
     composite.Walk(recorder);
     EXPECT_EQ(recorder.text, "Each{ uint16:uint16=19778 }Each ");
 }
@@ -242,27 +217,9 @@ TEST(Property, AssignWithoutFunctionOnlyCopies) {
     EXPECT_EQ(to.Get(), 8);
 }
 
-namespace {
-
-/// A setting of type T has neither a binary form nor a slot of the walker.
-template <class T>
-void ExpectTextOnly(const T& value) {
-    CompositeOfProperties composite;
-    InitializedProperty<T> property("Setting", &composite, value);
-    Bytes stream({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16});
-    EXPECT_THROW(property.LoadValueFromStream(stream), Exception);
-    EXPECT_TRUE(IsLineMessage(MessageOf([&] { property.LoadValueFromStream(stream); })));
-    EXPECT_EQ(stream.tell(), 0u);
-    Recorder recorder;
-    EXPECT_THROW(property.Walk(recorder), Exception);
-    EXPECT_TRUE(IsLineMessage(MessageOf([&] { property.Walk(recorder); })));
-    EXPECT_EQ(recorder.text, "");
-}
-
-} // namespace
-
 TEST(Property, SettingsThatAreTextOnlyRaiseOnLoadAndWalk) {
-    ExpectTextOnly(Locale::EnumLanguage::German);
+    for (const std::uint32_t language : {0u, 0x44450000u, 0x454E0001u, 7u}) // The last one is none.
+        ExpectTextOnly(static_cast<Locale::EnumLanguage>(language));
     ExpectTextOnly(Data::ColorBGRA<float>{});
 }
 
@@ -272,7 +229,7 @@ TEST(Property, InitializedIntegerHasBothForms) {
     Bytes stream({0xFF, 0xFF, 0xFF, 0xFF});
     property.LoadValueFromStream(stream);
     EXPECT_EQ(property.Get(), -1);
-    Recorder recorder;
+    RecordingWalker recorder;
     property.Walk(recorder);
     EXPECT_EQ(recorder.text, "WindowX0:int32=-1 ");
 }
