@@ -125,6 +125,10 @@ macro(varnolite_tests)
             add_test(NAME ${layer} COMMAND ${layer}_tests)
         endif()
     endforeach()
+    if(TARGET codecs_tests)
+        # What a decoder allocates is watched by the probe of the layer that owns the images.
+        target_sources(codecs_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests/data/AllocationProbe.cpp)
+    endif()
     varnolite_reference_pictures()
 endmacro()
 

@@ -73,7 +73,7 @@ void* Image<T>::Allocate(std::uint32_t width, std::uint32_t height, std::uint32_
                          std::uint32_t requestedRows) {
     Data = nullptr;
     Buffer.reset();
-    // Should the rest fail, the visible size still tells what was asked for, and no row of it is in memory.
+    // Should the rest fail, the visible size stays what it was, while no row of it is in memory.
     AllocatedWidth = 0;
     AllocatedHeight = 0;
     const Allocation allocation = ComputeAllocation(width, height, requestedRowLength, requestedRows, sizeof(T));

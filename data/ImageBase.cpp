@@ -73,6 +73,8 @@ void FillVisible(const Lock<Sample>& pixels, Sample value) {
 template <class Sample>
 void ReplicateLastColumn(const Lock<Sample>& pixels) {
     const std::uint32_t copies = std::min(pixels.AllocatedWidth - pixels.Width, 2u);
+    if (copies == 0)
+        return; // Rows without pixels take no memory, and a header may claim any number of them.
     for (std::uint32_t y = 0; y < pixels.AllocatedHeight; ++y)
         for (std::uint32_t i = 0; i < copies; ++i)
             pixels(pixels.Width + i, y) = pixels(pixels.Width - 1, y);
@@ -81,6 +83,8 @@ void ReplicateLastColumn(const Lock<Sample>& pixels) {
 template <class Sample>
 void ReplicateLastRow(const Lock<Sample>& pixels) {
     const std::uint32_t copies = std::min(pixels.AllocatedHeight - pixels.Height, 2u);
+    if (copies == 0)
+        return;
     for (std::uint32_t x = 0; x < pixels.AllocatedWidth; ++x)
         for (std::uint32_t i = 0; i < copies; ++i)
             pixels(x, pixels.Height + i) = pixels(x, pixels.Height - 1);

@@ -10,13 +10,24 @@ thread_local bool isWatching = false;
 thread_local std::size_t failFrom = 0;
 thread_local std::size_t largest = 0;
 thread_local std::size_t count = 0;
+thread_local std::size_t total = 0;
+
+void* Allocate(std::size_t bytes) {
+    if (isWatching) {
+        if (bytes >= failFrom)
+            throw std::bad_alloc();
+        total += bytes;
+    }
+    if (void* block = std::malloc(bytes != 0 ? bytes : 1))
+        return block;
+    throw std::bad_alloc();
+}
 
 } // namespace
 
 AllocationProbe::AllocationProbe(std::size_t failFromBytes) {
     failFrom = failFromBytes;
-    largest = 0;
-    count = 0;
+    largest = count = total = 0;
     isWatching = true;
 }
 
@@ -32,16 +43,28 @@ std::size_t AllocationProbe::GetCount() const {
     return count;
 }
 
+std::size_t AllocationProbe::GetTotal() const {
+    return total;
+}
+
+void* operator new(std::size_t bytes) {
+    return Allocate(bytes);
+}
+
 void* operator new[](std::size_t bytes) {
     if (isWatching) {
         ++count;
         largest = std::max(largest, bytes);
-        if (bytes >= failFrom)
-            throw std::bad_alloc();
     }
-    if (void* block = std::malloc(bytes != 0 ? bytes : 1))
-        return block;
-    throw std::bad_alloc();
+    return Allocate(bytes);
+}
+
+void operator delete(void* block) noexcept {
+    std::free(block);
+}
+
+void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
 }
 
 void operator delete[](void* block) noexcept {
