@@ -72,10 +72,32 @@ TEST(BmpRows, NegativeHeightIsTopDown) {
               (Strings{"FF000001 FF000001 FF000001", "FF000002 FF000002 FF000002", "FF000003 FF000003 FF000003"}));
 }
 
-TEST(BmpRows, NegativeHeightOfOs2CountsAsSignedForTheOrder) {
-    BmpRecipe recipe = ThreeRows(3);
-    recipe.headerSize = 0x40;
-    EXPECT_EQ(BmpLoad(recipe.Build()).Rows()[0], "FF000003 FF000003 FF000003");
+TEST(BmpRows, Os2BitmapsAreBottomUp) {
+    for (const std::uint32_t headerSize : {0x0Cu, 0x10u, 0x40u}) {
+        BmpRecipe recipe = ThreeRows(3);
+        recipe.headerSize = headerSize;
+        EXPECT_EQ(BmpLoad(recipe.Build()).Rows()[0], "FF000003 FF000003 FF000003") << headerSize;
+    }
+}
+
+TEST(BmpRows, HeightOfOs2CountsAsSignedForTheOrderAlone) {
+    // An image of so many rows has no memory, but the order of its rows is told all the same.
+    TestStream stream(BmpRecipe{.headerSize = 0x40, .height = -3}.Build());
+    Quorvex::CompositeOfProperties root;
+    ET::Img::NormalHeader header;
+    ReadHeaders(stream, root, header);
+    EXPECT_EQ(header.height, 0xFFFFFFFDu);
+    EXPECT_EQ(header.fields.biHeight.Get(), -3);
+    ET::Img::RowWalk walk(header.fields.biHeight, header.height);
+    EXPECT_EQ(walk.GetRow(), 0u);
+    walk.Next();
+    EXPECT_EQ(walk.GetRow(), 1u);
+    // Sixteen bits have no sign.
+    TestStream core(BmpRecipe{.headerSize = 0x0C, .height = -3}.Build());
+    Quorvex::CompositeOfProperties coreRoot;
+    ET::Img::NormalHeader coreHeader;
+    ReadHeaders(core, coreRoot, coreHeader);
+    EXPECT_EQ(coreHeader.fields.biHeight.Get(), 0xFFFD);
 }
 
 TEST(BmpRows, RowsOfAnyWidthAreFilledUpToFourBytes) {
