@@ -30,9 +30,9 @@ TEST(BmpCompression, ValuesThatCannotBeDecodedFailWithTheirTexts) {
 
 TEST(BmpCompression, AcceptedValuesLoad) {
     for (const std::uint32_t compression : {0u, 1u, 2u, 6u})
-        EXPECT_EQ(LoadFailure(Compressed(compression, 1).Build()), "no exception") << compression;
+        EXPECT_NO_THROW(BmpLoad(Compressed(compression, 1).Build())) << compression;
     for (const std::uint32_t bits : {2u, 4u, 8u, 16u, 24u, 32u})
-        EXPECT_EQ(LoadFailure(Compressed(3, bits).Build()), "no exception") << bits;
+        EXPECT_NO_THROW(BmpLoad(Compressed(3, bits).Build())) << bits;
 }
 
 TEST(BmpCompression, IsCheckedBehindTheHeaderPass) {

@@ -2,6 +2,7 @@
 
 #include "codecs/DecodeWithFactory.h"
 #include "settings/PropertyListing.h"
+#include "tests/support/RaisedText.h"
 
 using namespace Quorvex;
 
@@ -40,10 +41,5 @@ std::vector<std::string> BmpLoad::Fields() const {
 }
 
 std::string LoadFailure(const Bytes& file) {
-    try {
-        BmpLoad load(file);
-    } catch (const Exception& failure) {
-        return failure.what();
-    }
-    return "no exception";
+    return Quorvex::Test::RaisedText([&] { BmpLoad load(file); });
 }

@@ -22,5 +22,5 @@ struct BmpLoad {
     Quorvex::SharedPtr<Quorvex::Data::ImageBase> image;
 };
 
-/// The message with which loading the file fails; "no exception" if it does not.
+/// The message with which loading the file fails, as RaisedText tells it.
 std::string LoadFailure(const Bytes& file);

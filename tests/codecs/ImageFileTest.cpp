@@ -1,11 +1,13 @@
 #include "codecs/ImageFile.h"
 #include "tests/codecs/FakeCodec.h"
 #include "tests/codecs/TestStream.h"
+#include "tests/support/RaisedText.h"
 
 #include <gtest/gtest.h>
 
 using namespace Quorvex;
 using namespace ET::Img;
+using Quorvex::Test::RaisedText;
 
 namespace {
 
@@ -14,22 +16,12 @@ public:
     SharedPtr<ImageBase> Load(const SharedPtr<ImageBase>&, std::uint32_t) override { return {}; }
 };
 
-template <class Action>
-std::string FailureOf(Action&& action) {
-    try {
-        action();
-    } catch (const Exception& failure) {
-        return failure.what();
-    }
-    return "no exception";
-}
-
 } // namespace
 
 TEST(ImageFile, WithoutImplementationTheCountsFailWithEmptyText) {
     FakeDecoder decoder{std::unique_ptr<FakeImpl>()};
-    EXPECT_EQ(FailureOf([&] { decoder.GetCount(); }), "");
-    EXPECT_EQ(FailureOf([&] { decoder.GetDefaultIndex(); }), "");
+    EXPECT_EQ(RaisedText([&] { decoder.GetCount(); }), "");
+    EXPECT_EQ(RaisedText([&] { decoder.GetDefaultIndex(); }), "");
     EXPECT_FALSE(decoder.IsIncomplete());
     EXPECT_EQ(decoder.GetLoadedInfo().Width, 0u);
 }

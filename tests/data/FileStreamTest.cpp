@@ -8,7 +8,7 @@
 #include <chrono>
 
 using namespace Quorvex;
-using Quorvex::Data::Test::MessageOf;
+using Quorvex::Data::Test::RaisedText;
 using Quorvex::Test::LogCapture;
 using Quorvex::Test::TemporaryFolder;
 
@@ -56,12 +56,12 @@ TEST_F(FileStreamTest, ReadsExactlyToTheEndAndNotOneByteMore) {
     std::uint8_t bytes[201]{};
     stream.read(bytes, 200);
     EXPECT_EQ(bytes[199], 199);
-    EXPECT_EQ(MessageOf([&] { stream.read(bytes, 1); }), "");
+    EXPECT_EQ(RaisedText([&] { stream.read(bytes, 1); }), "");
     stream.seek(0);
-    EXPECT_EQ(MessageOf([&] { stream.read(bytes, 201); }), "");
+    EXPECT_EQ(RaisedText([&] { stream.read(bytes, 201); }), "");
     stream.seek(1000);
     EXPECT_EQ(stream.tell(), 1000u);
-    EXPECT_EQ(MessageOf([&] { stream.read(bytes, 1); }), "");
+    EXPECT_EQ(RaisedText([&] { stream.read(bytes, 1); }), "");
     EXPECT_TRUE(log.IsEmpty()) << log.Text();
 }
 
@@ -74,13 +74,13 @@ TEST_F(FileStreamTest, EmptyFileOpensAndItsFirstReadRaises) {
 }
 
 TEST_F(FileStreamTest, MissingFileRaisesWithoutReport) {
-    EXPECT_EQ(MessageOf([&] { FileStream stream(folder.PathOf("missing")); }), "");
-    EXPECT_EQ(MessageOf([&] { FileStream stream(folder.PathOf("no/such/folder")); }), "");
+    EXPECT_EQ(RaisedText([&] { FileStream stream(folder.PathOf("missing")); }), "");
+    EXPECT_EQ(RaisedText([&] { FileStream stream(folder.PathOf("no/such/folder")); }), "");
     EXPECT_TRUE(log.IsEmpty()) << log.Text();
 }
 
 TEST_F(FileStreamTest, FolderIsNoFileAndRaisesWithoutReport) {
-    EXPECT_EQ(MessageOf([&] { FileStream stream(TemporaryFolder::TextOf(folder.Path())); }), "");
+    EXPECT_EQ(RaisedText([&] { FileStream stream(TemporaryFolder::TextOf(folder.Path())); }), "");
     EXPECT_TRUE(log.IsEmpty()) << log.Text();
 }
 
@@ -120,9 +120,9 @@ TEST_F(FileStreamTest, LockNeitherReadsNorMovesUntilTheBufferIsBuilt) {
 
 TEST_F(FileStreamTest, BufferOfMoreThanTheFileHasRaises) {
     FileStream stream(Counting());
-    EXPECT_EQ(MessageOf([&] { StreamBuffer buffer(stream.lock(0xFFFFFFFF)); }), "");
+    EXPECT_EQ(RaisedText([&] { StreamBuffer buffer(stream.lock(0xFFFFFFFF)); }), "");
     stream.seek(1);
-    EXPECT_EQ(MessageOf([&] { StreamBuffer buffer(stream.lock(200)); }), "");
+    EXPECT_EQ(RaisedText([&] { StreamBuffer buffer(stream.lock(200)); }), "");
     EXPECT_NO_THROW(StreamBuffer buffer(stream.lock(199)));
 }
 
@@ -160,7 +160,7 @@ TEST_F(FileStreamTest, CloneOfAFileThatHasGoneFailsAsOpeningDoes) {
     std::error_code error;
     // Where the system keeps an open file from being removed, it cannot go, and the clone succeeds.
     if (std::filesystem::remove(folder.Path() / "counting", error))
-        EXPECT_EQ(MessageOf([&] { stream.Clone(); }), "");
+        EXPECT_EQ(RaisedText([&] { stream.Clone(); }), "");
     else
         EXPECT_NO_THROW(stream.Clone());
     EXPECT_TRUE(log.IsEmpty()) << log.Text();
@@ -177,23 +177,24 @@ TEST_F(FileStreamTest, LastWriteTimeIsInUnitsOf100Nanoseconds) {
 }
 
 TEST_F(FileStreamTest, LastWriteTimeCountsFrom1601) {
-    const std::uint64_t written = FileStream(Counting()).GetLastWriteTime();
-    const auto seconds = std::chrono::system_clock::now().time_since_epoch() / std::chrono::seconds(1);
-    constexpr double from1601To1970 = 11'644'473'600.0;
-    EXPECT_NEAR(static_cast<double>(written) / 1e7 - from1601To1970, static_cast<double>(seconds), 60.0);
+    // 2000-01-01 00:00 UTC: 399 years, of which 96 had a 29th of February, behind the start of the count.
+    const std::filesystem::path path = folder.Path() / "counting";
+    std::filesystem::last_write_time(path, std::chrono::file_clock::from_sys(std::chrono::sys_seconds(
+                                               std::chrono::sys_days(std::chrono::year(2000) / 1 / 1))));
+    EXPECT_EQ(FileStream(Counting()).GetLastWriteTime(), (399 * 365 + 96) * 86400ull * 10'000'000);
 }
 
 TEST_F(FileStreamTest, ClosedStreamNamesTheOperationThatWasTried) {
     FileStream stream(Counting());
     stream.Close();
     std::uint8_t byte = 0;
-    EXPECT_EQ(MessageOf([&] { stream.size(); }), "FileStream::size");
-    EXPECT_EQ(MessageOf([&] { stream.lock(1); }), "FileStream::lock");
-    EXPECT_EQ(MessageOf([&] { stream.read(&byte, 1); }), "FileStream::read");
-    EXPECT_EQ(MessageOf([&] { stream.tell(); }), "FileStream::tell");
-    EXPECT_EQ(MessageOf([&] { stream.seek(0); }), "FileStream::seek");
-    EXPECT_EQ(MessageOf([&] { stream.Clone(); }), "FileStream::Clone");
-    EXPECT_EQ(MessageOf([&] { stream.GetLastWriteTime(); }), "FileStream::GetLastWriteTime");
+    EXPECT_EQ(RaisedText([&] { stream.size(); }), "FileStream::size");
+    EXPECT_EQ(RaisedText([&] { stream.lock(1); }), "FileStream::lock");
+    EXPECT_EQ(RaisedText([&] { stream.read(&byte, 1); }), "FileStream::read");
+    EXPECT_EQ(RaisedText([&] { stream.tell(); }), "FileStream::tell");
+    EXPECT_EQ(RaisedText([&] { stream.seek(0); }), "FileStream::seek");
+    EXPECT_EQ(RaisedText([&] { stream.Clone(); }), "FileStream::Clone");
+    EXPECT_EQ(RaisedText([&] { stream.GetLastWriteTime(); }), "FileStream::GetLastWriteTime");
     EXPECT_NO_THROW(stream.Close());
     EXPECT_TRUE(log.IsEmpty()) << log.Text();
 }

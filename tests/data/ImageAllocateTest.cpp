@@ -76,7 +76,7 @@ TYPED_TEST(ImageAllocate, OverflowRaisesWithoutTextAndLeavesNoPixels) {
     Image<TypeParam> image;
     image.Allocate(5, 6, 0, 0);
     const std::uint32_t most = std::numeric_limits<std::uint32_t>::max();
-    EXPECT_EQ(MessageOf([&] { image.Allocate(most, most, 0, 0); }), "");
+    EXPECT_EQ(RaisedText([&] { image.Allocate(most, most, 0, 0); }), "");
     EXPECT_EQ(image.GetWidth(), 5u);
     EXPECT_EQ(image.GetHeight(), 6u);
     {
@@ -125,15 +125,15 @@ TEST(ComputeAllocation, WithoutPixelsOnlyTheAlignmentIsLeft) {
 TEST(ComputeAllocation, EachOf32BitsIsTheLimit) {
     // Eight rows of 2^29 - 64 bytes and 15 more still fit; with one more pixel a row has 2^29.
     EXPECT_EQ(ComputeAllocation(0x1FFFFFC0, 8, 0, 0, 1).bytes, 0xFFFFFE00u + 15);
-    EXPECT_EQ(MessageOf([] { ComputeAllocation(0x1FFFFFC1, 8, 0, 0, 1); }), "");
+    EXPECT_EQ(RaisedText([] { ComputeAllocation(0x1FFFFFC1, 8, 0, 0, 1); }), "");
     const std::uint32_t most = std::numeric_limits<std::uint32_t>::max();
-    EXPECT_EQ(MessageOf([&] { ComputeAllocation(most, 1, 0, 0, 1); }), "");
-    EXPECT_EQ(MessageOf([&] { ComputeAllocation(1, most, 0, 0, 1); }), "");
-    EXPECT_EQ(MessageOf([&] { ComputeAllocation(1, 1, most, 0, 1); }), "");
-    EXPECT_EQ(MessageOf([&] { ComputeAllocation(1, 1, 0, most, 1); }), "");
-    EXPECT_EQ(MessageOf([&] { ComputeAllocation(most, most, most, most, 32); }), "");
+    EXPECT_EQ(RaisedText([&] { ComputeAllocation(most, 1, 0, 0, 1); }), "");
+    EXPECT_EQ(RaisedText([&] { ComputeAllocation(1, most, 0, 0, 1); }), "");
+    EXPECT_EQ(RaisedText([&] { ComputeAllocation(1, 1, most, 0, 1); }), "");
+    EXPECT_EQ(RaisedText([&] { ComputeAllocation(1, 1, 0, most, 1); }), "");
+    EXPECT_EQ(RaisedText([&] { ComputeAllocation(most, most, most, most, 32); }), "");
     // Rows that fit 32 bits after rounding, and a width of zero, do not hide a row count that does not.
-    EXPECT_EQ(MessageOf([&] { ComputeAllocation(0, most, 0, 0, 1); }), "");
+    EXPECT_EQ(RaisedText([&] { ComputeAllocation(0, most, 0, 0, 1); }), "");
 }
 
 TEST(CreateImage, MakesAnAllocatedImageOfEachType){
@@ -151,5 +151,5 @@ TEST(CreateImage, MakesAnAllocatedImageOfEachType){
 }
 
 TEST(CreateImage, TypeOutsideTheListRaises) {
-    EXPECT_EQ(MessageOf([] { CreateImage(static_cast<ColorTypeEnum::Value>(20), 1, 1); }), "unknown color type");
+    EXPECT_EQ(RaisedText([] { CreateImage(static_cast<ColorTypeEnum::Value>(20), 1, 1); }), "unknown color type");
 }

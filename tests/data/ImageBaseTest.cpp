@@ -67,7 +67,7 @@ TEST(ImageBase, UserRepresentationCanBeReplacedButNotRemoved) {
     SharedPtr<IImageUserRepresentation> other(new DefaultImageUserRepresentation(ColorTypeEnum::Float32));
     image.SetImageUserRepresentation(other);
     EXPECT_EQ(image.GetImageUserRepresentation(), other);
-    EXPECT_EQ(MessageOf([&] { image.SetImageUserRepresentation(nullptr); }),
+    EXPECT_EQ(RaisedText([&] { image.SetImageUserRepresentation(nullptr); }),
               "SetImageUserRepresentation: p is nullptr");
     EXPECT_EQ(image.GetImageUserRepresentation(), other);
 }
@@ -124,9 +124,24 @@ TEST(ColorType, ValuesNamesAndSizesAreTheFixedTable) {
         });
 }
 
+TEST(ImageExpression, TagsNameTheImageOfEachSampleTypeAndCarryNothing) {
+    for (std::uint32_t type = 0; type < ColorTypeEnum::Count; ++type)
+        Dispatch(static_cast<ColorTypeEnum::Value>(type), "outside", [&](auto tag) {
+            using Tested = Image<typename decltype(tag)::Sample>;
+            using Tag = typename Info<Tested>::ImageExpr;
+            EXPECT_TRUE((std::is_base_of_v<Tag, Tested>)) << type;
+            EXPECT_TRUE((std::is_base_of_v<ImageExpr<Tag>, Tested>)) << type;
+            EXPECT_TRUE((std::is_base_of_v<ColorTypeEnum, Tested>)) << type;
+            EXPECT_TRUE(std::is_empty_v<Tag> && std::is_empty_v<ImageExpr<Tag>>) << type;
+            // A function for images of one type alone takes just these.
+            using Other = std::conditional_t<std::is_same_v<Tested, Image<float>>, Image<double>, Image<float>>;
+            EXPECT_FALSE((std::is_convertible_v<Other*, ImageExpr<Tag>*>)) << type;
+        });
+}
+
 TEST(ColorType, DispatchOutsideTheListRaisesTheCallersText) {
     for (const std::uint32_t value : {20u, 0xFFFFFFFFu})
-        EXPECT_EQ(MessageOf([&] { Dispatch(static_cast<ColorTypeEnum::Value>(value), "outside", [](auto) {}); }),
+        EXPECT_EQ(RaisedText([&] { Dispatch(static_cast<ColorTypeEnum::Value>(value), "outside", [](auto) {}); }),
                   "outside");
 }
 

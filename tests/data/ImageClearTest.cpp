@@ -33,7 +33,7 @@ TYPED_TEST(ImageClear, StoresTheValueInVisiblePixelsAndLeavesThePadding) {
             image.Allocate(size, size, 0, 0);
             const auto pattern = FillWithPattern(image);
             if constexpr (std::is_floating_point_v<typename ChannelOf<TypeParam>::Type>) {
-                EXPECT_EQ(MessageOf([&] { image.clear(value); }), unknownType);
+                EXPECT_EQ(RaisedText([&] { image.clear(value); }), unknownType);
                 EXPECT_EQ(FirstDifference(AllPixels(image), pattern, image.AllocatedWidth), "");
             } else {
                 image.clear(value);
@@ -82,24 +82,24 @@ TEST(ClearedImage, NarrowTypesTakeTheLowBitsInAllChannels) {
 TEST(ClearedImage, FloatTypesAreRefused) {
     for (const auto type :
          {ColorTypeEnum::Float32, ColorTypeEnum::Float64, ColorTypeEnum::BGRAFloat32, ColorTypeEnum::BGRAFloat64})
-        EXPECT_EQ(MessageOf([&] { CreateImage(type, 1, 1)->clear(0); }), unknownType) << type;
+        EXPECT_EQ(RaisedText([&] { CreateImage(type, 1, 1)->clear(0); }), unknownType) << type;
 }
 
 TEST(ClearedImage, TypeOutsideTheListIsRefused) {
     for (const std::uint32_t type : {20u, 0xFFFFFFFFu})
-        EXPECT_EQ(MessageOf([&] { ForeignImage(type).clear(0); }), unknownType);
+        EXPECT_EQ(RaisedText([&] { ForeignImage(type).clear(0); }), unknownType);
 }
 
 TEST(ClearedImage, LockedImageIsRefused) {
     Image<std::uint8_t> image;
     image.Allocate(1, 1, 0, 0);
     const auto reading = image.LockUInt8(LockMode::ReadOnly);
-    EXPECT_EQ(MessageOf([&] { image.clear(0); }), "");
+    EXPECT_EQ(RaisedText([&] { image.clear(0); }), "");
 }
 
 TEST(ClearedImage, FailedAllocationLeavesNothingToClear) {
     Image<std::uint8_t> image;
     image.Allocate(5, 5, 0, 0);
     EXPECT_THROW(image.Allocate(0xFFFFFFFF, 0xFFFFFFFF, 0, 0), Exception);
-    EXPECT_EQ(MessageOf([&] { image.clear(0); }), "");
+    EXPECT_EQ(RaisedText([&] { image.clear(0); }), "");
 }

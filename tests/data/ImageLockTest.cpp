@@ -54,10 +54,10 @@ TYPED_TEST(ImageLock, AccessorIsCheckedAgainstTheAllocatedSize) {
     const auto view = SampleTraits<TypeParam>::LockIn(image, LockMode::ReadWrite);
     EXPECT_NO_THROW(view(63, 7));
     EXPECT_EQ(&view(63, 7), view.Data + 64 * 8 - 1);
-    EXPECT_EQ(MessageOf([&] { view(64, 0); }), "");
-    EXPECT_EQ(MessageOf([&] { view(0, 8); }), "");
-    EXPECT_EQ(MessageOf([&] { view(0xFFFFFFFF, 0); }), "");
-    EXPECT_EQ(MessageOf([&] { view(0, 0xFFFFFFFF); }), "");
+    EXPECT_EQ(RaisedText([&] { view(64, 0); }), "");
+    EXPECT_EQ(RaisedText([&] { view(0, 8); }), "");
+    EXPECT_EQ(RaisedText([&] { view(0xFFFFFFFF, 0); }), "");
+    EXPECT_EQ(RaisedText([&] { view(0, 0xFFFFFFFF); }), "");
 }
 
 TYPED_TEST(ImageLock, EveryLockOfTheKindOfSampleSucceedsAndTheOthersNameThemselves) {
@@ -76,9 +76,9 @@ TYPED_TEST(ImageLock, EveryLockOfTheKindOfSampleSucceedsAndTheOthersNameThemselv
             }
             const std::string name = std::string("Lock") + Traits::typeName;
             const std::string constName = name + (Traits::isColor ? " const" : "");
-            EXPECT_EQ(MessageOf([&] { Traits::LockIn(constant, LockMode::ReadOnly); }),
+            EXPECT_EQ(RaisedText([&] { Traits::LockIn(constant, LockMode::ReadOnly); }),
                       constName + " is not implemented");
-            EXPECT_EQ(MessageOf([&] { Traits::LockIn(static_cast<ImageBase&>(image), LockMode::ReadWrite); }),
+            EXPECT_EQ(RaisedText([&] { Traits::LockIn(static_cast<ImageBase&>(image), LockMode::ReadWrite); }),
                       name + " is not implemented");
         });
 }
@@ -88,11 +88,11 @@ TEST(LockView, TextsOfTheFailuresAsTheyAreWritten) {
     Image<ColorBGRA<std::uint8_t>> color;
     const ImageBase& constantGrey = grey;
     const ImageBase& constantColor = color;
-    EXPECT_EQ(MessageOf([&] { grey.LockBGRAUInt8(LockMode::ReadOnly); }), "LockBGRAUInt8 is not implemented");
-    EXPECT_EQ(MessageOf([&] { constantGrey.LockBGRAUInt8(LockMode::ReadOnly); }),
+    EXPECT_EQ(RaisedText([&] { grey.LockBGRAUInt8(LockMode::ReadOnly); }), "LockBGRAUInt8 is not implemented");
+    EXPECT_EQ(RaisedText([&] { constantGrey.LockBGRAUInt8(LockMode::ReadOnly); }),
               "LockBGRAUInt8 const is not implemented");
-    EXPECT_EQ(MessageOf([&] { color.LockUInt8(LockMode::ReadOnly); }), "LockUInt8 is not implemented");
-    EXPECT_EQ(MessageOf([&] { constantColor.LockUInt8(LockMode::ReadOnly); }), "LockUInt8 is not implemented");
+    EXPECT_EQ(RaisedText([&] { color.LockUInt8(LockMode::ReadOnly); }), "LockUInt8 is not implemented");
+    EXPECT_EQ(RaisedText([&] { constantColor.LockUInt8(LockMode::ReadOnly); }), "LockUInt8 is not implemented");
 }
 
 TEST(LockView, AnotherSampleTypeOfTheSameKindIsReinterpreted) {
@@ -117,7 +117,7 @@ TEST(LockView, WriteViewDuringAReadViewIsReportedAndLeavesTheCounters) {
     const Quorvex::Test::LogCapture log;
     HookedImage image;
     const auto reading = image.LockUInt8(LockMode::ReadOnly);
-    EXPECT_EQ(MessageOf([&] { image.LockUInt8(LockMode::ReadWrite); }), "");
+    EXPECT_EQ(RaisedText([&] { image.LockUInt8(LockMode::ReadWrite); }), "");
     EXPECT_TRUE(log.HasLineEndingIn("Image::Lock")) << log.Text();
     EXPECT_EQ(image.GetLockCount(), 1u);
     EXPECT_EQ(image.GetWriteLockCount(), 0u);
@@ -129,10 +129,10 @@ TEST(LockView, WriteViewExcludesReadersAndWriters) {
     const auto writing = image.LockUInt8(LockMode::ReadWrite);
     EXPECT_EQ(image.GetLockCount(), 1u);
     EXPECT_EQ(image.GetWriteLockCount(), 1u);
-    EXPECT_EQ(MessageOf([&] { image.LockUInt8(LockMode::ReadOnly); }), "");
+    EXPECT_EQ(RaisedText([&] { image.LockUInt8(LockMode::ReadOnly); }), "");
     EXPECT_TRUE(log.HasLineEndingIn("Image::Lock")) << log.Text();
-    EXPECT_EQ(MessageOf([&] { std::as_const(image).LockUInt8(LockMode::ReadOnly); }), "");
-    EXPECT_EQ(MessageOf([&] { image.LockUInt8(LockMode::ReadWrite); }), "");
+    EXPECT_EQ(RaisedText([&] { std::as_const(image).LockUInt8(LockMode::ReadOnly); }), "");
+    EXPECT_EQ(RaisedText([&] { image.LockUInt8(LockMode::ReadWrite); }), "");
     EXPECT_EQ(image.GetLockCount(), 1u);
     EXPECT_EQ(image.GetWriteLockCount(), 1u);
 }

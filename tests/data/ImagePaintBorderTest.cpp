@@ -59,7 +59,7 @@ TYPED_TEST(ImagePaintBorder, ImageWithoutPixelsHasNoEdge) {
     image.Allocate(0, 0, 0, 0);
     EXPECT_NO_THROW(image.PaintBorder());
     image.Allocate(0, 0, 64, 8);
-    EXPECT_EQ(MessageOf([&] { image.PaintBorder(); }), "");
+    EXPECT_EQ(RaisedText([&] { image.PaintBorder(); }), "");
 }
 
 TEST(BorderedImage, Width64HasNoColumnPadding) {
@@ -107,7 +107,7 @@ TEST(BorderedImage, FloatImageHasABorderToo) {
 
 TEST(BorderedImage, TypeOutsideTheListIsRefused) {
     for (const std::uint32_t type : {20u, 0xFFFFFFFFu})
-        EXPECT_EQ(MessageOf([&] { ForeignImage(type).PaintBorder(); }),
+        EXPECT_EQ(RaisedText([&] { ForeignImage(type).PaintBorder(); }),
                   "Data::ImageBase::PaintBorder: unknown color type");
 }
 
@@ -115,5 +115,5 @@ TEST(BorderedImage, LockedImageIsRefused) {
     Image<std::uint8_t> image;
     image.Allocate(1, 1, 0, 0);
     const auto reading = image.LockUInt8(LockMode::ReadOnly);
-    EXPECT_EQ(MessageOf([&] { image.PaintBorder(); }), "");
+    EXPECT_EQ(RaisedText([&] { image.PaintBorder(); }), "");
 }

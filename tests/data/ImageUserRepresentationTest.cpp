@@ -125,9 +125,9 @@ TEST(DefaultUserRepresentation, ColourBehavesAsItsGreySampleType) {
 TEST(DefaultUserRepresentation, TypeOutsideTheListIsRefused) {
     for (const std::uint32_t type : outsideTypes) {
         const DefaultImageUserRepresentation representation(Type(type));
-        EXPECT_EQ(MessageOf([&] { representation.GetUserValueFromNormalizedFloatValue(0); }),
+        EXPECT_EQ(RaisedText([&] { representation.GetUserValueFromNormalizedFloatValue(0); }),
                   "Quorvex::Data::DefaultImageUserRepresentation::GetUserValueFromNormalizedFloatValue");
-        EXPECT_EQ(MessageOf([&] { representation.GetNormalizedFloatFromUserValue(0); }),
+        EXPECT_EQ(RaisedText([&] { representation.GetNormalizedFloatFromUserValue(0); }),
                   "Quorvex::Data::DefaultImageUserRepresentation::GetNormalizedFloatFromUserValue");
     }
 }
@@ -179,9 +179,9 @@ TEST(MinMaxUserRepresentation, EqualLimitsGiveInfinities) {
 TEST(MinMaxUserRepresentation, TypeOutsideTheListIsRefused) {
     for (const std::uint32_t type : outsideTypes) {
         const ImageUserRepresentationFromMinMaxValues representation(Type(type), 0, 1);
-        EXPECT_EQ(MessageOf([&] { representation.GetUserValueFromInternalValue(0); }),
+        EXPECT_EQ(RaisedText([&] { representation.GetUserValueFromInternalValue(0); }),
                   "IDecoderCOMAsCPPWrapper::ImageUserRepresentationFromMinMaxValues::GetUserValueFromInternalValue");
-        EXPECT_EQ(MessageOf([&] { representation.GetInternalValueFromUserValue(0); }),
+        EXPECT_EQ(RaisedText([&] { representation.GetInternalValueFromUserValue(0); }),
                   "IDecoderCOMAsCPPWrapper::ImageUserRepresentationFromMinMaxValues::GetInternalValueFromUserValue");
     }
 }

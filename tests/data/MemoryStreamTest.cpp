@@ -6,7 +6,7 @@
 #include <numeric>
 
 using namespace Quorvex;
-using Quorvex::Data::Test::MessageOf;
+using Quorvex::Data::Test::RaisedText;
 
 namespace {
 
@@ -38,7 +38,7 @@ TEST(MemoryStream, ReadingPastTheEndRaisesAndStaysWhereItWas) {
     MemoryStream stream(bytes.data(), 100);
     std::uint8_t out[4]{0xEE, 0xEE, 0xEE, 0xEE};
     stream.seek(97);
-    EXPECT_EQ(MessageOf([&] { stream.read(out, 4); }), "");
+    EXPECT_EQ(RaisedText([&] { stream.read(out, 4); }), "");
     EXPECT_EQ(stream.tell(), 97u);
     EXPECT_EQ(out[0], 0xEE);
     EXPECT_NO_THROW(stream.read(out, 3));
@@ -89,7 +89,7 @@ TEST(MemoryStream, LockPastTheEndRaises) {
     const auto bytes = Counting();
     MemoryStream stream(bytes.data(), 100);
     stream.seek(99);
-    EXPECT_EQ(MessageOf([&] { stream.lock(2); }), "");
+    EXPECT_EQ(RaisedText([&] { stream.lock(2); }), "");
     EXPECT_EQ(stream.tell(), 99u);
     EXPECT_NO_THROW(stream.lock(1));
 }
@@ -98,7 +98,7 @@ TEST(MemoryStream, CloneIsReportedAndAlwaysRaises) {
     const Quorvex::Test::LogCapture log;
     const auto bytes = Counting();
     const MemoryStream stream(bytes.data(), 100);
-    EXPECT_EQ(MessageOf([&] { stream.Clone(); }), "");
+    EXPECT_EQ(RaisedText([&] { stream.Clone(); }), "");
     EXPECT_TRUE(log.HasLineEndingIn("MemoryStream::Clone")) << log.Text();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/Image.h"
+#include "tests/support/RaisedText.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,8 @@
 #include <vector>
 
 namespace Quorvex::Data::Test {
+
+using Quorvex::Test::RaisedText;
 
 template <class, class... Samples>
 struct Tail {
@@ -67,17 +70,6 @@ std::string FirstDifference(const std::vector<Sample>& had, const std::vector<Sa
         if (std::memcmp(&had[i], &wanted[i], sizeof(Sample)) != 0)
             return "pixel (" + std::to_string(i % rowLength) + ", " + std::to_string(i / rowLength) + ")";
     return std::string();
-}
-
-/// The text of the Exception that the action raises.
-template <class Action>
-std::string MessageOf(const Action& action) {
-    try {
-        action();
-    } catch (const Exception& exception) {
-        return exception.what();
-    }
-    return "no exception";
 }
 
 /// An image of a type outside the list, as a plug-in might claim one.

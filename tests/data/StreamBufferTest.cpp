@@ -6,7 +6,7 @@
 #include <numeric>
 
 using namespace Quorvex;
-using Quorvex::Data::Test::MessageOf;
+using Quorvex::Data::Test::RaisedText;
 
 namespace {
 
@@ -73,35 +73,35 @@ TEST(StreamBuffer, WalksItsBytesUpToTheEnd) {
     EXPECT_EQ(buffer.Take(2)[1], 2);
     EXPECT_EQ(buffer.GetPosition(), 3u);
     EXPECT_EQ(buffer.GetRemaining(), 3u);
-    EXPECT_EQ(MessageOf([&] { buffer.Take(4); }), "");
+    EXPECT_EQ(RaisedText([&] { buffer.Take(4); }), "");
     EXPECT_EQ(buffer.GetPosition(), 3u);
     EXPECT_EQ(buffer.Take(3)[0], 3);
-    EXPECT_EQ(MessageOf([&] { buffer.ReadByte(); }), "");
+    EXPECT_EQ(RaisedText([&] { buffer.ReadByte(); }), "");
     EXPECT_NO_THROW(buffer.Take(0));
     buffer.Seek(6);
     buffer.Seek(1);
     EXPECT_EQ(buffer.ReadByte(), 1);
-    EXPECT_EQ(MessageOf([&] { buffer.Seek(7); }), "");
-    EXPECT_EQ(MessageOf([&] { buffer.Take(0xFFFFFFFF); }), "");
+    EXPECT_EQ(RaisedText([&] { buffer.Seek(7); }), "");
+    EXPECT_EQ(RaisedText([&] { buffer.Take(0xFFFFFFFF); }), "");
 }
 
 TEST(StreamBuffer, EmptyBlockFailsAtItsFirstByte) {
     ComputedStream stream(6);
     StreamBuffer buffer(stream.lock(0));
     EXPECT_EQ(buffer.GetSize(), 0u);
-    EXPECT_EQ(MessageOf([&] { buffer.ReadByte(); }), "");
+    EXPECT_EQ(RaisedText([&] { buffer.ReadByte(); }), "");
     StreamBuffer none;
-    EXPECT_EQ(MessageOf([&] { none.ReadByte(); }), "");
+    EXPECT_EQ(RaisedText([&] { none.ReadByte(); }), "");
 }
 
 TEST(StreamBuffer, BlockBeyondTheStreamFailsWithoutTakingMemory) {
     const AllocationProbe probe;
     ComputedStream stream(100);
-    EXPECT_EQ(MessageOf([&] { StreamBuffer buffer(stream.lock(0xFFFFFFFF)); }), "");
+    EXPECT_EQ(RaisedText([&] { StreamBuffer buffer(stream.lock(0xFFFFFFFF)); }), "");
     stream.seek(1);
-    EXPECT_EQ(MessageOf([&] { StreamBuffer buffer(stream.lock(100)); }), "");
+    EXPECT_EQ(RaisedText([&] { StreamBuffer buffer(stream.lock(100)); }), "");
     stream.seek(101);
-    EXPECT_EQ(MessageOf([&] { StreamBuffer buffer(stream.lock(1)); }), "");
+    EXPECT_EQ(RaisedText([&] { StreamBuffer buffer(stream.lock(1)); }), "");
     EXPECT_EQ(probe.GetCount(), 0u);
     EXPECT_EQ(stream.reads, 0);
 }
@@ -125,9 +125,9 @@ TEST(StreamBuffer, RefillUsesItsBlockAgainRowAfterRow) {
         EXPECT_EQ(buffer.ReadByte(), row * 100 % 251);
     }
     EXPECT_EQ(probe.GetCount(), 0u);
-    EXPECT_EQ(MessageOf([&] { buffer.Refill(stream.lock(100)); }), "");
+    EXPECT_EQ(RaisedText([&] { buffer.Refill(stream.lock(100)); }), "");
     EXPECT_EQ(buffer.GetSize(), 0u);
-    EXPECT_EQ(MessageOf([&] { buffer.ReadByte(); }), "");
+    EXPECT_EQ(RaisedText([&] { buffer.ReadByte(); }), "");
 }
 
 TEST(StreamBuffer, RefillTakesSmallerAndLargerBlocks) {
@@ -173,6 +173,6 @@ TEST(StreamBuffer, NoBytesLeftAreNoStream) {
     ComputedStream stream(10);
     StreamBuffer buffer(stream.lock(10));
     buffer.Seek(10);
-    EXPECT_EQ(MessageOf([&] { buffer.GetRemainingAsStream(); }), "");
-    EXPECT_EQ(MessageOf([] { StreamBuffer().GetRemainingAsStream(); }), "");
+    EXPECT_EQ(RaisedText([&] { buffer.GetRemainingAsStream(); }), "");
+    EXPECT_EQ(RaisedText([] { StreamBuffer().GetRemainingAsStream(); }), "");
 }

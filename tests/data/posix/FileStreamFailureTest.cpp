@@ -6,14 +6,14 @@
 #include <sys/stat.h>
 
 using namespace Quorvex;
-using Quorvex::Data::Test::MessageOf;
+using Quorvex::Data::Test::RaisedText;
 using Quorvex::Test::LogCapture;
 using Quorvex::Test::TemporaryFolder;
 
 TEST(FileStreamFailure, UnusualFailureToOpenIsReportedFirst) {
     const LogCapture log;
     const TemporaryFolder folder;
-    EXPECT_EQ(MessageOf([&] { FileStream stream(folder.PathOf(std::string(300, 'a'))); }), "");
+    EXPECT_EQ(RaisedText([&] { FileStream stream(folder.PathOf(std::string(300, 'a'))); }), "");
     EXPECT_TRUE(log.HasLineEndingIn("open failed with error code " + std::to_string(ENAMETOOLONG))) << log.Text();
 }
 
@@ -22,7 +22,7 @@ TEST(FileStreamFailure, SeekThatTheSystemRefusesIsReported) {
     const TemporaryFolder folder;
     folder.Write("a", "a");
     FileStream stream(folder.PathOf("a"));
-    EXPECT_EQ(MessageOf([&] { stream.seek(0xFFFFFFFFFFFFFFFF); }), "");
+    EXPECT_EQ(RaisedText([&] { stream.seek(0xFFFFFFFFFFFFFFFF); }), "");
     EXPECT_TRUE(log.HasLineEndingIn("lseek failed with error code " + std::to_string(EINVAL))) << log.Text();
 }
 
@@ -30,8 +30,17 @@ TEST(FileStreamFailure, PipeIsNoFileAndOpeningItDoesNotWait) {
     const LogCapture log;
     const TemporaryFolder folder;
     ASSERT_EQ(mkfifo((folder.Path() / "pipe").c_str(), 0600), 0);
-    EXPECT_EQ(MessageOf([&] { FileStream stream(folder.PathOf("pipe")); }), "");
+    EXPECT_EQ(RaisedText([&] { FileStream stream(folder.PathOf("pipe")); }), "");
     EXPECT_TRUE(log.IsEmpty()) << log.Text();
+}
+
+TEST(FileStreamFailure, ReadThatTheSystemRefusesIsReported) {
+    const LogCapture log;
+    // The memory of this process: a file like any other, but nothing is mapped at its start.
+    FileStream stream("/proc/self/mem");
+    char byte = 0;
+    EXPECT_EQ(RaisedText([&] { stream.read(&byte, 1); }), "");
+    EXPECT_TRUE(log.HasLineEndingIn("read failed with error code " + std::to_string(EIO))) << log.Text();
 }
 
 // Where others may write to an open file, its stream still goes by what it found.
@@ -53,6 +62,6 @@ TEST(FileStreamFailure, FileThatShrinksEndsWhereItEndsNow) {
     FileStream stream(folder.PathOf("a"));
     std::filesystem::resize_file(folder.Path() / "a", 5);
     char bytes[10]{};
-    EXPECT_EQ(MessageOf([&] { stream.read(bytes, 10); }), "");
+    EXPECT_EQ(RaisedText([&] { stream.read(bytes, 10); }), "");
     EXPECT_TRUE(log.IsEmpty()) << log.Text();
 }

@@ -6,20 +6,20 @@
 #include <windows.h>
 
 using namespace Quorvex;
-using Quorvex::Data::Test::MessageOf;
+using Quorvex::Data::Test::RaisedText;
 using Quorvex::Test::LogCapture;
 using Quorvex::Test::TemporaryFolder;
 
 TEST(FileStreamFailure, UnusualFailureToOpenIsReportedFirst) {
     const LogCapture log;
-    EXPECT_EQ(MessageOf([&] { FileStream stream(u"C:\\a*b.bmp"); }), "");
+    EXPECT_EQ(RaisedText([&] { FileStream stream(u"C:\\a*b.bmp"); }), "");
     EXPECT_TRUE(log.HasLineEndingIn("CreateFileW failed with error code 123")) << log.Text();
 }
 
 TEST(FileStreamFailure, NarrowSystemReportsTheNarrowCall) {
     const ScopedSystemVersion windows98({4, 10, 0});
     const LogCapture log;
-    EXPECT_EQ(MessageOf([&] { FileStream stream("C:\\a*b.bmp"); }), "");
+    EXPECT_EQ(RaisedText([&] { FileStream stream("C:\\a*b.bmp"); }), "");
     EXPECT_TRUE(log.HasLineEndingIn("CreateFileA failed with error code 123")) << log.Text();
 }
 
@@ -28,7 +28,7 @@ TEST(FileStreamFailure, SeekThatTheSystemRefusesIsReported) {
     const TemporaryFolder folder;
     folder.Write("a", "a");
     FileStream stream(folder.PathOf("a"));
-    EXPECT_EQ(MessageOf([&] { stream.seek(0xFFFFFFFF00000000); }), "");
+    EXPECT_EQ(RaisedText([&] { stream.seek(0xFFFFFFFF00000000); }), "");
     EXPECT_TRUE(log.HasLineEndingIn("SetFilePointer failed with error code 131")) << log.Text();
 }
 
@@ -39,7 +39,7 @@ TEST(FileStreamFailure, FileInUseRaisesWithoutReport) {
     const HANDLE writer = CreateFileW((folder.Path() / "a").c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     ASSERT_NE(writer, INVALID_HANDLE_VALUE);
-    EXPECT_EQ(MessageOf([&] { FileStream stream(folder.PathOf("a")); }), "");
+    EXPECT_EQ(RaisedText([&] { FileStream stream(folder.PathOf("a")); }), "");
     CloseHandle(writer);
     EXPECT_TRUE(log.IsEmpty()) << log.Text();
     EXPECT_NO_THROW(FileStream stream(folder.PathOf("a")));
