@@ -16,11 +16,15 @@ inline String PathArgument(const char* argument) {
 
 /// The whole text as a decimal number; raises otherwise.
 inline std::int32_t NumberArgument(const std::string& argument) {
-    std::size_t used = 0;
-    const int number = std::stoi(argument, &used);
-    if (used != argument.size())
-        throw std::invalid_argument("no number: " + argument);
-    return number;
+    try {
+        std::size_t used = 0;
+        const int number = std::stoi(argument, &used);
+        if (used == argument.size())
+            return number;
+    } catch (const std::logic_error&) {
+        // The library names nothing but its own function.
+    }
+    throw std::invalid_argument("no number: " + argument);
 }
 
 /// Runs a program's work and gives its exit code: 0, or 1 after the failure's message went to standard error.

@@ -9,6 +9,7 @@
 #include "video/Resampling.h"
 #include "video/WindowSurface.h"
 
+#include <algorithm>
 #include <fstream>
 #include <map>
 #include <sstream>
@@ -26,18 +27,24 @@ constexpr const char* usage =
 /// The file under the empty name, and each option under its own.
 using Options = std::map<std::string, std::string>;
 
+constexpr const char* neededOptions[] = {"", "--mode", "--rect", "--rotation", "--size", "--out"};
+
 Options ParseOptions(int argc, char** argv) {
     Options options{{"--image", "0"}, {"--renderer", "Software"}};
+    const auto isKnown = [&options](const std::string& name) {
+        return options.contains(name) ||
+               std::find(std::begin(neededOptions), std::end(neededOptions), name) != std::end(neededOptions);
+    };
     for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
-        if (argument.starts_with("--") && i + 1 < argc)
+        if (argument.starts_with("--") && isKnown(argument) && i + 1 < argc)
             options[argument] = argv[++i];
-        else if (!options.contains(""))
+        else if (!argument.starts_with("--") && !options.contains(""))
             options[""] = argument;
         else
             throw std::invalid_argument(usage);
     }
-    for (const char* needed : {"", "--mode", "--rect", "--rotation", "--size", "--out"})
+    for (const char* needed : neededOptions)
         if (!options.contains(needed))
             throw std::invalid_argument(usage);
     return options;

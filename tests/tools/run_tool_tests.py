@@ -104,6 +104,13 @@ def TestFailuresAndWrongCommandLines(folder):
                           ("--renderer", "Paper")):
         arguments = [part for pair in {**good, option: value}.items() for part in pair]
         Equal(Run("render", sample, *arguments)[0], 1, f"render with {option} {value}")
+    complete = [part for pair in good.items() for part in pair]
+    Equal(Run("render", sample, *complete), (0, "", ""), "render with all it needs")
+    for wrong in (("--scale", "2"), ("other.bmp",), ("--image",)):
+        code, _, error = Run("render", sample, *complete, *wrong)
+        Equal((code, "Usage: render FILE" in error), (1, True), f"render with {wrong}")
+    numberless = [*complete, "--rect", "0,0,five,5"]
+    Equal(Run("render", sample, *numberless), (1, "", "render: no number: five\n"), "a field that is no number")
 
 
 def TestHeaderPrintsPathsAndValues(_):
@@ -125,6 +132,18 @@ def TestRenderReplicatesAtWholeMagnifications(_):
                 pixels = Rendered(RENDER, path, mode, rectangle, 333, 201)
                 Equal(OnBackground(pixels, rectangle, 333, 201, False) == Replicated(bitmap, rectangle, 333, 201), True,
                       f"{mode} at {factor} times, {rectangle}")
+
+
+def TestRenderTurnsCounterclockwise(_):
+    path = SAMPLES / "windows-40-24bit.bmp"
+    rows = Bitmap(path).Rows()
+    for rotation in (90, 180, 270):
+        # Each quarter turn brings the right edge to the top.
+        rows = [list(column) for column in zip(*rows)][::-1]
+        width, height = len(rows[0]), len(rows)
+        pixels = Rendered(RENDER, path, "Nearest", (0, 0, width, height), width, height, rotation)
+        wanted = b"".join(bytes((*pixel, 255)) for row in rows for pixel in row)
+        Equal(pixels == wanted, True, f"turned by {rotation}")
 
 
 def TestRenderLeavesTheRestClear(_):

@@ -56,12 +56,12 @@ def Replicated(bitmap, rectangle, width, height):
     return bytes(result)
 
 
-def Rendered(renderProgram, path, mode, rectangle, width, height):
+def Rendered(renderProgram, path, mode, rectangle, width, height, rotation=0):
     """The picture drawn by the developers' program onto nothing: blue, green, red and alpha as stored."""
     with tempfile.TemporaryDirectory() as folder:
         out = Path(folder, "pixels")
         subprocess.run([str(renderProgram), str(path), "--mode", mode, "--rect", ",".join(map(str, rectangle)),
-                        "--rotation", "0", "--size", f"{width},{height}", "--out", str(out)], check=True,
+                        "--rotation", str(rotation), "--size", f"{width},{height}", "--out", str(out)], check=True,
                        stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
         return out.read_bytes()
 
