@@ -5,6 +5,7 @@
 #include "codecs/bmp/RunLength.h"
 
 #include <algorithm>
+#include <new>
 
 namespace ET::Img {
 
@@ -34,7 +35,8 @@ bool IsRunLength(const NormalHeader& header) {
     return compression == Compression::RunLength8 || compression == Compression::RunLength4;
 }
 
-// Both return whether all data were there. What was not decoded is 0 in every channel.
+// Both return whether all data were there. What was not decoded is 0 in every channel. Memory that runs out says
+// nothing of the file, which may be whole: that failure passes.
 
 bool DecodeRunLengthPixels(Quorvex::Stream& stream, const NormalHeader& header, const Palette& palette,
                            ImageBase& image) {
@@ -42,6 +44,8 @@ bool DecodeRunLengthPixels(Quorvex::Stream& stream, const NormalHeader& header, 
     ClearRows(lock, 0, lock.Height);
     try {
         DecodeRunLength(stream, header, palette, lock);
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception&) {
         return false;
     }
@@ -56,6 +60,8 @@ bool DecodeUncompressedPixels(Quorvex::Stream& stream, const NormalHeader& heade
     bool isComplete = true;
     try {
         DecodeRows(stream, format, lock, walk);
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception&) {
         isComplete = false;
         const std::uint32_t first = walk.GetFirstRemaining();

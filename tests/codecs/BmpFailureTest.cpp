@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
 using namespace Quorvex;
 
 namespace {
@@ -14,6 +16,21 @@ BmpRecipe Compressed(std::uint32_t compression, std::uint32_t bits, std::uint32_
             .palette = {0, 0xFFFFFF},
             .data = Bytes(64)};
 }
+
+/// A file whose headers are read as ever; there is no memory left for a block of its pixels.
+class StreamWithoutMemory final : public Stream {
+public:
+    explicit StreamWithoutMemory(const Bytes& bytes) : m_bytes(bytes) {}
+    std::uint64_t tell() const override { return m_bytes.tell(); }
+    std::uint64_t size() const override { return m_bytes.size(); }
+    void seek(std::uint64_t position) override { m_bytes.seek(position); }
+    void read(void* destination, std::uint32_t byteCount) override { m_bytes.read(destination, byteCount); }
+    StreamLock lock(std::uint32_t) override { throw std::bad_alloc(); }
+    std::unique_ptr<Stream> Clone() const override { return nullptr; }
+
+private:
+    TestStream m_bytes;
+};
 
 } // namespace
 
@@ -85,4 +102,15 @@ TEST(BmpOffset, ZeroCountsFromTheStartWithoutTheFileHeader) {
 TEST(BmpOffset, ColorsUsedWithoutAnOffsetAreCountedIn64Bits) {
     BmpRecipe recipe{.colorsUsed = 0x40000000, .rows = {{1, 2, 3}}, .hasFileHeader = false};
     EXPECT_TRUE(BmpLoad(recipe.Build()).decoder->IsIncomplete());
+}
+
+TEST(BmpMemory, ThatRunsOutInThePixelsIsNoIncompleteImage) {
+    const BmpRecipe runLength{.bits = 8, .compression = 1, .palette = {0, 0xFFFFFF}, .data = {1, 1, 0, 1}};
+    for (const BmpRecipe& recipe : {BmpRecipe{.rows = {{1, 2, 3}}}, runLength}) {
+        const auto context = MakeShared<TestContext>();
+        ET::Img::BMPDecoder decoder(MakeShared<StreamWithoutMemory>(recipe.Build()));
+        const ET::Img::ImageInfo info = decoder.GetInfo(0);
+        EXPECT_THROW(decoder.Load(context->CreateImage(info.ColorType, 1, 1), 0), std::bad_alloc) << recipe.compression;
+        EXPECT_FALSE(decoder.IsIncomplete()) << recipe.compression;
+    }
 }
