@@ -63,8 +63,8 @@ ImageSlot& ImageManager::ServeFromList(Slots::iterator found, bool isForeground)
     m_slots.splice(m_slots.begin(), m_slots, found);
     slot.SetForeground(true);
     if (slot.IsFinished()) {
-        ++slot.GetCounterRef();
         slot.PostToWindow();
+        ++slot.GetCounterRef();
     } else {
         slot.PromoteToForeground();
     }

@@ -1,6 +1,8 @@
 #include "app/ImageSlot.h"
 
+#include <chrono>
 #include <new>
+#include <thread>
 #include <utility>
 
 namespace Quorvex::App {
@@ -53,15 +55,22 @@ bool ImageSlot::Serves(const ImageRequest& key) const {
     }
 }
 
-void ImageSlot::RunWorker(void* slot) {
-    static_cast<ImageSlot*>(slot)->Load();
-}
-
 // The slot posts its message in every outcome, so that the GUI never waits for a slot that has failed. The exception
 // goes on to the thread's entry routine, which keeps it for whoever reads the results.
-void ImageSlot::Load() {
-    if (!m_foreground)
+void ImageSlot::RunWorker(void* slot) {
+    auto* const self = static_cast<ImageSlot*>(slot);
+    if (!self->m_foreground)
         PAL::Threading::SetCurrentThreadPriority(ThreadPriority::Idle);
+    try {
+        self->Load();
+    } catch (...) {
+        self->PostFromWorker();
+        throw;
+    }
+    self->PostFromWorker();
+}
+
+void ImageSlot::Load() {
     try {
         m_loadedImage = m_request.requestedImage;
         m_logger = MakeShared<LocalLogger>();
@@ -69,14 +78,26 @@ void ImageSlot::Load() {
                                                  &m_loadedWriteTime);
         m_image->PaintBorder();
     } catch (const std::bad_alloc&) {
-        PostToWindow();
+        // Whichever decoder is tried next would need the memory too.
         throw;
     } catch (const std::exception&) {
         LoadByContentAfterFailure();
-        PostToWindow();
         throw;
     }
-    PostToWindow();
+}
+
+// What is short of memory goes on failing, but a message is small and others give memory back: this load's own has gone
+// already. Without the message the GUI would wait for the slot for ever.
+void ImageSlot::PostFromWorker() {
+    constexpr std::chrono::milliseconds untilTheNextTry(1);
+    for (;;) {
+        try {
+            PostToWindow();
+            return;
+        } catch (const std::bad_alloc&) {
+            std::this_thread::sleep_for(untilTheNextTry);
+        }
+    }
 }
 
 void ImageSlot::LoadByContentAfterFailure() {
@@ -96,25 +117,34 @@ void ImageSlot::LoadByContentAfterFailure() {
 }
 
 const SharedPtr<Data::ImageBase>& ImageSlot::GetImage() const {
-    RaiseUnless(m_finished && m_image, __LINE__);
+    RaiseUnlessFinished(__LINE__);
+    if (!m_image)
+        RaiseFailure(__LINE__);
     return m_image;
 }
 
 const SharedPtr<ET::Img::ImageFile>& ImageSlot::GetDecoder() const {
-    RaiseUnless(m_finished && m_decoder, __LINE__);
+    RaiseUnlessFinished(__LINE__);
+    if (!m_decoder)
+        RaiseFailure(__LINE__);
     return m_decoder;
 }
 
 std::uint32_t ImageSlot::GetLoadedImage() const {
-    RaiseUnless(m_finished && m_decoder, __LINE__);
+    RaiseUnlessFinished(__LINE__);
+    if (!m_decoder)
+        RaiseFailure(__LINE__);
     return static_cast<std::uint32_t>(m_loadedImage);
 }
 
-void ImageSlot::RaiseUnless(bool isReadable, int line) const {
-    if (isReadable)
-        return;
-    if (m_finished)
-        m_thread.RethrowThreadException();
+void ImageSlot::RaiseUnlessFinished(int line) const {
+    if (!m_finished)
+        throw Exception("ImageManager", static_cast<std::uint32_t>(line));
+}
+
+// The worker's own failure says most; a slot that has no result for no reason is a fault of the program.
+void ImageSlot::RaiseFailure(int line) const {
+    m_thread.RethrowThreadException();
     throw Exception("ImageManager", static_cast<std::uint32_t>(line));
 }
 

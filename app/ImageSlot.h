@@ -60,7 +60,7 @@ public:
     void SetForeground(bool isForeground) { m_foreground = isForeground; }
 
     // Results. Before the join they raise Exception("ImageManager", line). A slot whose load failed raises what the
-    // worker caught.
+    // worker caught, and one that has neither result nor failure the former with another line.
     const SharedPtr<Data::ImageBase>& GetImage() const;
     const SharedPtr<ET::Img::ImageFile>& GetDecoder() const;
     /// The 1-based number of the image that was really loaded.
@@ -75,7 +75,9 @@ private:
     static void RunWorker(void* slot);
     void Load();
     void LoadByContentAfterFailure();
-    void RaiseUnless(bool isReadable, int line) const;
+    void PostFromWorker();
+    void RaiseUnlessFinished(int line) const;
+    [[noreturn]] void RaiseFailure(int line) const;
 
     ImageRequest m_request;
     SharedPtr<LocalLogger> m_logger;

@@ -1,12 +1,4 @@
-#include "app/ImageManager.h"
-
-#include "gui/window/headless/HeadlessWindowSystem.h"
-#include "tests/gui/RecordingEvents.h"
-#include "tests/support/FakeCodec.h"
-#include "tests/support/TemporaryFolder.h"
-#include "video/software/SoftwareContext.h"
-
-#include <gtest/gtest.h>
+#include "tests/app/ImageManagerFixture.h"
 
 #include <chrono>
 #include <filesystem>
@@ -14,112 +6,7 @@
 using namespace Quorvex;
 using namespace Quorvex::App;
 
-namespace {
-
-/// Steps through paths that the test gives, and writes down whether it was asked to look only.
-class ListOfPaths final : public FileList {
-public:
-    explicit ListOfPaths(std::vector<String> files) : paths(std::move(files)) {}
-
-    String Step(int direction, bool preview) override {
-        previews.push_back(preview);
-        if (failing == direction)
-            throw Exception("FileList", 1u);
-        const auto count = static_cast<int>(paths.size());
-        const int next = (current + direction + count) % count;
-        if (!preview)
-            current = next;
-        return paths[static_cast<std::size_t>(next)];
-    }
-
-    std::vector<String> paths;
-    std::vector<bool> previews;
-    int current = 0;
-    int failing = 0;
-};
-
-/// A manager with a window whose messages the test takes one by one, as the application would.
-class ImageManagerTest : public testing::Test {
-protected:
-    ImageManagerTest() {
-        events.onUserMessage = [this](std::uint32_t, std::uintptr_t action, std::intptr_t slot) {
-            arrived = reinterpret_cast<ImageSlot*>(slot);
-            arrivedAction = static_cast<PrefetchAction>(action);
-        };
-        window = system.CreatePlatformWindow(GUI::WindowKind::Main, {0, 0, 10, 10}, "test", events);
-        system.RunUntilIdle();
-    }
-    ~ImageManagerTest() override {
-        codec.Release();
-        manager.ClearSlots();
-    }
-
-    String Write(const std::string& name, const std::string& content) {
-        folder.Write(name, content);
-        return folder.PathOf(name);
-    }
-
-    void Open(const String& path, SharedPtr<FileList> list = {}) { manager.Open(context, *window, path, list); }
-
-    /// The next slot that was posted; fails the test where none comes.
-    ImageSlot& Await() {
-        arrived = nullptr;
-        while (arrived == nullptr)
-            system.DispatchNextMessage();
-        arrived->Join();
-        return *arrived;
-    }
-
-    /// What the application does with a slot that the user waited for.
-    ImageSlot& AwaitForeground() {
-        for (;;) {
-            ImageSlot& slot = Await();
-            if (!slot.IsForeground()) {
-                --slot.GetCounterRef();
-                continue;
-            }
-            slot.SetForeground(false);
-            manager.ClearBusy();
-            if (current != nullptr)
-                --current->GetCounterRef();
-            current = &slot;
-            return slot;
-        }
-    }
-
-    ImageSlot& Show(const String& path, SharedPtr<FileList> list = {}) {
-        Open(path, list);
-        return AwaitForeground();
-    }
-
-    ImageRequest KeyFor(const ImageSlot& slot, std::int32_t requestedImage) {
-        ImageRequest key = slot.GetRequest();
-        key.requestedImage = requestedImage;
-        return key;
-    }
-
-    FakeCodec codec;
-    Quorvex::Test::TemporaryFolder folder;
-    GUI::HeadlessWindowSystem system;
-    GUI::RecordingEvents events;
-    std::unique_ptr<GUI::IPlatformWindow> window;
-    SharedPtr<Platform::Video::Context> context{new Platform::Video::Software::SoftwareContext()};
-    ImageManager manager;
-    ImageSlot* arrived = nullptr;
-    PrefetchAction arrivedAction = PrefetchAction::Nothing;
-    ImageSlot* current = nullptr;
-};
-
-std::string MessageOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const std::exception& failure) {
-        return failure.what();
-    }
-    return "nothing was raised";
-}
-
-} // namespace
+using ImageManagerTest = ImageManagerFixture;
 
 TEST_F(ImageManagerTest, LoadsTheDefaultImageAndPostsItsSlot) {
     ImageSlot& slot = Show(Write("a.fake", "FAKE count=3 default=1"));
@@ -169,6 +56,21 @@ TEST_F(ImageManagerTest, RaisesTheFormWithTheLineWhenReadBeforeTheJoin) {
     EXPECT_NO_THROW(arrived->GetImage());
 }
 
+TEST_F(ImageManagerTest, RaisesTheFormWithAnotherLineForASlotWithoutAResult) {
+    ImageSlot slot({context, Write("a.fake", "FAKE"), 1, PrefetchAction::Nothing, 0, window.get()});
+    const std::vector<std::function<void()>> reads{[&] { slot.GetImage(); }, [&] { slot.GetDecoder(); },
+                                                   [&] { slot.GetLoadedImage(); }};
+    std::vector<std::string> beforeTheJoin;
+    for (const auto& read : reads)
+        beforeTheJoin.push_back(MessageOf(read));
+    slot.Join(); // It was never started, so there is neither an image nor a failure.
+    for (std::size_t i = 0; i < reads.size(); ++i) {
+        const std::string message = MessageOf(reads[i]);
+        EXPECT_TRUE(message.starts_with("ImageManager failed, error code ")) << message;
+        EXPECT_NE(message, beforeTheJoin[i]);
+    }
+}
+
 TEST_F(ImageManagerTest, RaisesTheRealFailureWhenAFailedSlotIsRead) {
     ImageSlot& slot = Show(Write("a.fake", "FAKE text=broken"));
     EXPECT_EQ(MessageOf([&] { slot.GetImage(); }), "broken");
@@ -188,6 +90,17 @@ TEST_F(ImageManagerTest, DoesNotTryTheContentWhenMemoryRanOut) {
     ImageSlot& slot = Show(Write("a.fake", "FAKE memory"));
     EXPECT_THROW(slot.GetImage(), std::bad_alloc);
     EXPECT_EQ(codec.DecoderCount(), 1);
+}
+
+TEST_F(ImageManagerTest, KeepsTheFirstFailureWhereMemoryRunsOutOnTheContent) {
+    ImageSlot& slot = Show(Write("a.unknown", "FAKE memory"));
+    EXPECT_EQ(MessageOf([&] { slot.GetImage(); }), "") << "no decoder has that name";
+}
+
+TEST_F(ImageManagerTest, PostsItsMessageAlsoForAFailureOfNoKnownKind) {
+    ImageSlot& slot = Show(Write("a.fake", "FAKE strange"));
+    EXPECT_EQ(MessageOf([&] { slot.GetImage(); }), "unknown exception");
+    EXPECT_FALSE(manager.IsBusy());
 }
 
 TEST_F(ImageManagerTest, FindsADecoderByContentAndMarksTheExtension) {

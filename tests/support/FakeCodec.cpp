@@ -41,17 +41,19 @@ public:
         return target;
     }
 
-private:
     std::uint32_t Number(const char* word, std::uint32_t otherwise) const {
         const auto found = words.find(word);
         return found == words.end() ? otherwise : static_cast<std::uint32_t>(std::stoul(found->second));
     }
 
+private:
     void Fail() const {
         if (words.contains("memory"))
             throw std::bad_alloc();
         if (words.contains("silent"))
             throw Exception();
+        if (words.contains("strange"))
+            throw 0;
         if (const auto found = words.find("text"); found != words.end())
             throw Exception(found->second.c_str());
     }
@@ -64,6 +66,7 @@ class FakeCodec::FakeDecoder final : public ET::Img::Decoder<Worker> {
 public:
     FakeDecoder(FakeCodec& owner, Stream& stream) : Decoder(std::make_unique<Worker>(owner, stream)) {
         Impl->Incomplete = &Incomplete;
+        m_orientation = CheckedImpl().Number("orientation", 1);
     }
 };
 
