@@ -1,6 +1,8 @@
 #include "app/Entry.h"
 #include "tests/program/ProgramFixture.h"
 #include "tests/support/FakeCodec.h"
+#include "tests/support/ListOfPaths.h"
+#include "video/VertexBuffer2D.h"
 
 #include <filesystem>
 
@@ -153,6 +155,30 @@ TEST_F(LoadTest, ResetsTheViewForTheSameImageAgain) {
     EXPECT_TRUE(View().IsFitToWindow());
 }
 
+TEST_F(LoadTest, TurnsTheViewAsTheOrientationOfTheFileAsks) {
+    // By the number of the orientation, from 1; the mirrored ones are shown as stored.
+    const std::int32_t rotations[] = {0, 0, 180, 0, 0, 270, 0, 90};
+    for (int number = 1; number <= 8; ++number) {
+        const std::string digit = std::to_string(number);
+        Open(Write("a" + digit + ".fake", "FAKE orientation=" + digit));
+        EXPECT_EQ(View().GetTransform().rotation, rotations[number - 1]) << number;
+        EXPECT_TRUE(View().IsFitToWindow());
+    }
+}
+
+TEST_F(LoadTest, ReportsASlotWhoseCountIsWrongAndShowsIt) {
+    const String path = Write("a.bmp", MakeBitmap(8, 8));
+    Open(path);
+    ImageManager& manager = Application().GetImageManager();
+    ImageSlot& slot = manager.Request(Application().GetCurrentSlot()->GetRequest(), true);
+    ++slot.GetCounterRef();
+    Settle();
+    EXPECT_TRUE(log.HasLineEndingIn("LoadFile: g_CurrentImageSlot->GetCounterRef()!=2 failed with error code 3"))
+        << log.Text();
+    EXPECT_TRUE(View().HasImage());
+    --slot.GetCounterRef();
+}
+
 TEST_F(LoadTest, CountsTheCurrentSlotAsItShould) {
     const String path = Write("a.bmp", MakeBitmap(8, 8));
     for (int i = 0; i < 3; ++i)
@@ -162,15 +188,8 @@ TEST_F(LoadTest, CountsTheCurrentSlotAsItShould) {
 }
 
 TEST_F(LoadTest, RequestsTheImageUnderTheSliderThatWasMovedDuringTheLoad) {
-    Application().GetImageManager().SetFileListFactory([](const String& path) {
-        class Alone final : public FileList {
-        public:
-            explicit Alone(String file) : path(std::move(file)) {}
-            String Step(int, bool) override { return path; }
-            String path;
-        };
-        return SharedPtr<FileList>(new Alone(path));
-    });
+    Application().GetImageManager().SetFileListFactory(
+        [](const String& path) { return SharedPtr<FileList>(new ListOfPaths({path})); });
     Application().OpenFile(Write("a.fake", "FAKE count=5 hold"), {});
     Application().GetImageIndexFields().isSliderInSync = false;
     Application().GetImageIndexFields().sliderTarget = 4.3;
@@ -201,6 +220,14 @@ TEST_F(LoadTest, EndsByItsCloseButton) {
     EXPECT_EQ(frame->Run(), 0);
     frame.reset();
     EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(LoadTest, ReportsAnObjectThatKeepsTheContextBeyondTheEnd) {
+    auto quads = frame->GetContext()->CreateVertexBuffer2D(1);
+    user.Close(Window());
+    frame->Run();
+    EXPECT_TRUE(log.HasLineEndingIn("Context not null")) << log.Text();
+    quads.reset();
 }
 
 TEST(Entry, RunsFromTheWindowToTheExitCode) {

@@ -177,6 +177,16 @@ def TestNoArgumentOpensAnEmptyWindow(bench):
         program.Kill()
 
 
+def TestFurtherArgumentsAreIgnored(bench):
+    class TwoArguments(type(bench.platform)):
+        def Command(self, path):
+            return super().Command(path) + super().Command(CHART)[-1:]
+
+    with Viewer(bench.desktop, TwoArguments(), SMALL, str(bench.folder / "settings"), str(FAILURES)) as window:
+        window.Model().Expect("first picture")
+        ExpectCleanEnd(window)
+
+
 def TestEndsWhenTheDisplayGoes(bench):
     """On a desktop of its own, which it ends."""
     if bench.platform.name == "wine":
@@ -199,7 +209,7 @@ def TestEndsWhenTheDisplayGoes(bench):
 TESTS = [TestFitAtAllWindowSizes, TestZoomByTheWheel, TestBothLimitsOfTheZoom, TestHundredPercentIsTheFile,
          TestDragAndBack, TestEverySample, TestResizeStorm, TestContentReturnsAfterLeavingTheScreen,
          TestPathWithBlanksAndUmlauts, TestBrokenFileShowsAText, TestCloseEndsTheProgram,
-         TestNoArgumentOpensAnEmptyWindow, TestEndsWhenTheDisplayGoes]
+         TestNoArgumentOpensAnEmptyWindow, TestFurtherArgumentsAreIgnored, TestEndsWhenTheDisplayGoes]
 
 
 def RunOne(test, platform):
