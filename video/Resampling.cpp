@@ -5,6 +5,9 @@
 namespace Quorvex::Platform::Video {
 
 void Resampling::Draw(Renderer& renderer, Image2DMeta& image, const ImageRect& rect) {
+    // A file may hold an image without rows or columns: nothing of it is to be seen, which is no failure.
+    if (image.source && (image.width == 0 || image.height == 0))
+        return;
     if (renderer.GetName() == RendererTypeName(RendererTypeEnum::Software))
         software.Draw(renderer, image.source, rect);
     else

@@ -66,6 +66,24 @@ TEST_F(LoadTest, ShowsTheReasonInPlaceOfABrokenFile) {
     EXPECT_GT(textPixels, 100) << "the text stands in the window";
 }
 
+TEST_F(LoadTest, ShowsNothingOfABitmapWithoutPixelsAndGoesOn) {
+    const Pixel background{138, 136, 136, 255};
+    for (const auto& [width, height] : {std::pair(0, 0), std::pair(0, 5), std::pair(5, 0)}) {
+        Open(Write("a.bmp", MakeBitmap(32, 32)));
+        Open(Write("b.bmp", MakeBitmap(width, height)));
+        EXPECT_TRUE(Title().ends_with("b.bmp"));
+        EXPECT_TRUE(ShownPixel(512, 384) == background) << width << " x " << height;
+        TurnWheel(3);
+        user.MoveMouse(500, 300);
+        Resize(600, 400);
+        EXPECT_TRUE(ShownPixel(300, 200) == background) << width << " x " << height;
+        Resize(1024, 768);
+        EXPECT_EQ(log.Text(), "") << width << " x " << height;
+    }
+    Open(Write("c.bmp", MakeBitmap(32, 32)));
+    ExpectMagnified(32, 32, 24);
+}
+
 TEST_F(LoadTest, TellsThatMemoryRanOutAndGoesOn) {
     Open(Write("a.fake", "FAKE memory"));
     EXPECT_EQ(LabelText(), "The file could not be opened: Not enough memory!");
