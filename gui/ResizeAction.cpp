@@ -1,6 +1,6 @@
 #include "gui/ResizeAction.h"
 
-#include "gui/GUI.h"
+#include "gui/Panel.h"
 #include "gui/Scale.h"
 
 namespace Quorvex::GUI {
@@ -67,33 +67,17 @@ Control* ResizeAction::OnMouseMove(std::int32_t x, std::int32_t y) {
     return this;
 }
 
-Control* ResizeAction::OnMouseLButtonDown(std::int32_t x, std::int32_t y) {
+void ResizeAction::BeginDrag(std::int32_t x, std::int32_t y) {
     const Edges edges = EdgesAt(x, y);
-    if (!IsHit(x, y) || m_isDragging)
-        return m_isDragging ? this : nullptr;
     m_signX = edges.x;
     m_signY = edges.y;
     m_lastX = x;
     m_lastY = y;
-    m_dragged = m_panel.SharedPtrFromThis(&m_panel);
-    m_isDragging = true;
-    GUI& gui = getGUI();
-    gui.mouseMoveListeners.Add(*this);
-    gui.lButtonUpListeners.Add(*this);
-    gui.capture.Add(*this);
-    return this;
-}
-
-std::int32_t ResizeAction::OnMouseMoveGlobal(std::int32_t x, std::int32_t y) {
-    if (!m_isDragging)
-        return 0;
-    MoveEdges(x, y);
-    return 1;
 }
 
 // A left or top edge carries the panel's origin along, so the place where it was taken stays the same in the panel's
 // coordinates. A right or bottom edge moves away from the origin, and the place with it.
-void ResizeAction::MoveEdges(std::int32_t x, std::int32_t y) {
+void ResizeAction::ContinueDrag(std::int32_t x, std::int32_t y) {
     Rect rect = m_panel.GetRect();
     const std::int32_t panelX = x - rect.left;
     const std::int32_t panelY = y - rect.top;
@@ -121,29 +105,9 @@ void ResizeAction::Apply(const Rect& rect) {
     m_panel.Invalidate();
 }
 
-std::int32_t ResizeAction::OnMouseLButtonUpGlobal(std::int32_t, std::int32_t) {
-    if (!m_isDragging)
-        return 0;
-    EndDrag();
-    return 1;
-}
-
 Control* ResizeAction::OnMouseLeave() {
     m_panel.SetCursor(CursorShape::Arrow);
-    if (m_isDragging)
-        EndDrag();
-    return nullptr;
-}
-
-void ResizeAction::EndDrag() {
-    m_isDragging = false;
-    if (GUI* gui = m_panel.GetGUI()) {
-        gui->mouseMoveListeners.Remove(*this);
-        gui->lButtonUpListeners.Remove(*this);
-        gui->capture.Remove(*this);
-    }
-    // The panel, and this control with it, may end here.
-    const SharedPtr<Panel> dragged = std::move(m_dragged);
+    return DragAction::OnMouseLeave();
 }
 
 } // namespace Quorvex::GUI
