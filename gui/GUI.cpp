@@ -25,6 +25,7 @@ GUI::~GUI() {
     DeleteContextObjects();
     ReleaseWindows();
     retiredWindows.clear();
+    lostWindows.clear();
     windowSystem.SetTimerHook({});
 }
 
@@ -82,7 +83,7 @@ void GUI::OnClose() {
     Shutdown();
     ReleaseWindows();
     capture.Release();
-    if (windowCount != static_cast<std::ptrdiff_t>(retiredWindows.size()))
+    if (windowCount != static_cast<std::ptrdiff_t>(retiredWindows.size() + lostWindows.size()))
         ReportProblem(__LINE__, "GUI::OnClose");
     windowSystem.PostQuit(0);
 }

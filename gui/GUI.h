@@ -201,6 +201,7 @@ private:
     Panel* keyboardPanel = nullptr;
     std::vector<Rect> monitors;
     std::vector<SharedPtr<Win32Window>> retiredWindows; ///< Given up by their panels.
+    std::vector<SharedPtr<Win32Window>> lostWindows;    ///< Destroyed by others; workers may still post to them.
     std::ptrdiff_t windowCount = 0;
 
     std::deque<MouseMessage> messages;

@@ -70,7 +70,10 @@ void GUI::HandleDestroyed(Win32Window& window) {
         return;
     panel->DeleteContextObjects();
     DetachWindow(window, nullptr);
-    RetireWindow(panel->GetSurface().TakeDeadWindow());
+    lostWindows.push_back(panel->GetSurface().TakeDeadWindow());
+    // Nobody could see or end the program any more.
+    if (panel == mainPanel.get())
+        windowSystem.PostQuit(0);
 }
 
 void GUI::HandleActivated(Win32Window& window, bool isActive) {
@@ -141,9 +144,12 @@ void GUI::FlashModalWindow(Win32Window& modal) {
 
 void GUI::HandleUserMessage(Win32Window& window, std::uint32_t number, std::uintptr_t wParam, std::intptr_t lParam) {
     Panel* panel = window.GetPanel();
+    // Posted to a window that was lost meanwhile: there is nothing left to show a result in.
+    if (panel == nullptr)
+        return;
     if (number == UserMessage::LoadFinished)
         OnUserMessage(wParam, lParam);
-    else if (number == UserMessage::Invalidate && panel != nullptr)
+    else if (number == UserMessage::Invalidate)
         panel->Invalidate();
 }
 

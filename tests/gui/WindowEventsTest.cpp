@@ -1,5 +1,7 @@
 #include "tests/gui/GuiFixture.h"
 
+#include <thread>
+
 namespace Quorvex::GUI::Test {
 namespace {
 
@@ -140,6 +142,38 @@ TEST_F(WindowEventsTest, ALostDisplayReleasesThePanelsAndEndsTheLoop) {
     EXPECT_FALSE(panel->GetSurface().HasOwnWindow());
     EXPECT_EQ(main->quad.quad.get(), nullptr);
     EXPECT_EQ(gui.Run(), 0);
+    EXPECT_TRUE(log.IsEmpty()) << log.Text();
+}
+
+TEST_F(WindowEventsTest, AWorkerMayPostToAWindowThatOthersHaveDestroyed) {
+    HeadlessWindow& lost = MainWindow();
+    // Each worker keeps the window that it reports to until it is waited for, which is later than the window's end.
+    IPlatformWindow& asWorkersKnowIt = lost;
+    lost.Destroy();
+    gui.HandleGUIMessages();
+    EXPECT_FALSE(main->GetSurface().HasOwnWindow());
+    std::thread([&] { asWorkersKnowIt.Post(UserMessage::LoadFinished, 1, 2); }).join();
+    calls.clear();
+    Settle();
+    EXPECT_TRUE(calls.empty()) << "the message is dropped";
+    EXPECT_EQ(system.GetWindows(), (std::vector{&lost})) << "it ends with the GUI";
+    EXPECT_TRUE(log.IsEmpty()) << log.Text();
+}
+
+TEST_F(WindowEventsTest, TheEndOfTheMainWindowEndsTheLoop) {
+    MainWindow().Destroy();
+    EXPECT_EQ(gui.Run(), 0);
+}
+
+TEST_F(WindowEventsTest, TheEndOfAnyOtherWindowLeavesTheLoopRunning) {
+    const auto panel = Float();
+    WindowOf(*panel).Destroy();
+    system.SetWhenIdle(HeadlessWindowSystem::WhenIdle::Quit);
+    EXPECT_EQ(system.DispatchNextMessage(), IWindowSystem::Dispatched::Quit) << "nothing waits";
+    panel->Invalidate();
+    Settle();
+    EXPECT_TRUE(panel->GetSurface().HasOwnWindow()) << "the next paint makes another one";
+    gui.OnClose();
     EXPECT_TRUE(log.IsEmpty()) << log.Text();
 }
 
