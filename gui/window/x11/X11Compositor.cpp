@@ -8,7 +8,7 @@ bool X11Compositor::IsRunning() {
 }
 
 void X11Compositor::Ask() {
-    if (m_isKnown)
+    if (m_isKnown || m_connection.IsGone())
         return;
     m_isKnown = true;
     auto* const display = m_connection.Get();

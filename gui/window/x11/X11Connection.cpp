@@ -38,8 +38,9 @@ constexpr std::array<const char*, static_cast<std::size_t>(X11Atom::Count)> atom
     nullptr,
 };
 
-/// Xlib's handler of errors has no argument of the caller's; the GUI thread alone sets and reads this.
-X11ErrorTrap* currentTrap = nullptr;
+/// Xlib's handler of errors has no argument of the caller's. It is called on the thread that uses the connection, of
+/// which each has its own.
+thread_local X11ErrorTrap* currentTrap = nullptr;
 
 /// Called before the exit handler of the connection; without it Xlib prints a message and ends the process.
 int OnConnectionError(Display*) {
@@ -77,6 +78,16 @@ void X11Connection::InternAtoms() {
         ReportFailure(__LINE__, "XInternAtoms", 0);
 }
 
+void X11Connection::Flush() const {
+    if (!m_isGone)
+        XFlush(m_display);
+}
+
+void X11Connection::Synchronize() const {
+    if (!m_isGone)
+        XSync(m_display, 0);
+}
+
 bool X11Connection::IsLocal() const {
     sockaddr_storage address{};
     socklen_t size = sizeof(address);
@@ -104,6 +115,8 @@ std::vector<unsigned long> X11Connection::GetNumbers(::Window window, Atom prope
     unsigned long rest = 0;
     unsigned char* data = nullptr;
     std::vector<unsigned long> numbers;
+    if (m_isGone)
+        return numbers;
     if (XGetWindowProperty(m_display, window, property, 0, maximumItems, 0, type, &foundType, &format, &count, &rest,
                            &data) != 0)
         return numbers;
@@ -119,11 +132,15 @@ std::vector<unsigned long> X11Connection::GetNumbers(::Window window, Atom prope
 
 void X11Connection::SetNumbers(::Window window, Atom property, Atom type,
                                const std::vector<unsigned long>& numbers) const {
+    if (m_isGone)
+        return;
     XChangeProperty(m_display, window, property, type, 32, PropModeReplace,
                     reinterpret_cast<const unsigned char*>(numbers.data()), static_cast<int>(numbers.size()));
 }
 
 void X11Connection::SetBytes(::Window window, Atom property, Atom type, const char* bytes, std::size_t size) const {
+    if (m_isGone)
+        return;
     XChangeProperty(m_display, window, property, type, 8, PropModeReplace,
                     reinterpret_cast<const unsigned char*>(bytes), static_cast<int>(size));
 }
@@ -135,12 +152,14 @@ void X11Connection::AskWindowManager(::Window window, Atom type, const std::arra
     event.xclient.message_type = type;
     event.xclient.format = 32;
     std::memcpy(event.xclient.data.l, data.data(), sizeof(data));
+    if (m_isGone)
+        return;
     XSendEvent(m_display, m_root, 0, SubstructureNotifyMask | SubstructureRedirectMask, &event);
 }
 
 X11ErrorTrap::X11ErrorTrap(const X11Connection& connection) : m_connection(connection) {
     // Errors of requests made before belong to whoever made them.
-    XSync(connection.Get(), 0);
+    connection.Synchronize();
     currentTrap = this;
 }
 
@@ -149,7 +168,7 @@ X11ErrorTrap::~X11ErrorTrap() {
 }
 
 std::uint32_t X11ErrorTrap::Synchronize() {
-    XSync(m_connection.Get(), 0);
+    m_connection.Synchronize();
     return m_firstError;
 }
 

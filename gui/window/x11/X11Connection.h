@@ -39,7 +39,9 @@ enum class X11Atom : std::size_t {
 };
 
 /// The program's one connection to the X server, with its first screen. Errors of single requests are reported under
-/// the request's name and the program goes on; once the connection is lost all operations do nothing. GUI thread.
+/// the request's name and the program goes on. Once the connection is lost all operations do nothing, and whoever makes
+/// requests of their own asks first: they would pile up in a buffer that nobody empties, and where it is full Xlib
+/// writes through a null pointer. GUI thread.
 class X11Connection {
 public:
     /// Null means the display that the environment names. Raises Exception "XOpenDisplay" where there is none.
@@ -55,6 +57,10 @@ public:
     Atom GetAtom(X11Atom atom) const { return m_atoms[static_cast<std::size_t>(atom)]; }
     /// The display has gone.
     bool IsGone() const { return m_isGone; }
+    /// Sends what waits in the buffer.
+    void Flush() const;
+    /// Waits until the server has carried out all requests.
+    void Synchronize() const;
     /// Whether server and program run on one machine, so that they can share memory.
     bool IsLocal() const;
 

@@ -26,7 +26,10 @@ X11Presenter::X11Presenter(const X11Connection& connection, ::Window window, con
 }
 
 X11Presenter::~X11Presenter() {
-    XFreeGC(m_connection.Get(), m_context);
+    if (m_connection.IsGone())
+        XFree(m_context);
+    else
+        XFreeGC(m_connection.Get(), m_context);
 }
 
 void X11Presenter::SetSharingAllowed(bool isAllowed) {
@@ -44,7 +47,9 @@ void X11Presenter::Show(const std::uint8_t* bits, std::uint32_t width, std::uint
     m_width = width;
     m_height = height;
     m_hasPicture = false;
-    if (!m_isSharing || !ShowShared(bits, pitchBytes, alpha))
+    if (m_isSharing && ShowShared(bits, pitchBytes, alpha))
+        return;
+    if (!m_connection.IsGone())
         ShowThroughConnection(bits, pitchBytes, alpha);
 }
 
@@ -56,6 +61,9 @@ void X11Presenter::Convert(const std::uint8_t* bits, std::uint32_t pitchBytes, s
 
 bool X11Presenter::ShowShared(const std::uint8_t* bits, std::uint32_t pitchBytes, X11PixelFormat::Alpha alpha) {
     auto* const block = TakeFreeBlock(RowBytes() * m_height);
+    // To wait for a block, or to share a new one, may be the first to notice that the display has gone.
+    if (m_connection.IsGone())
+        return false;
     if (block == nullptr) {
         m_isSharing = false;
         return false;

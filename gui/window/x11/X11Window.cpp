@@ -25,8 +25,10 @@ unsigned int ServerSide(std::int32_t side) {
 X11Window::X11Window(X11WindowSystem& system, WindowKind kind, const Rect& clientRect, const String& title,
                      IWindowEvents& events)
     : m_system(system), m_connection(system.GetConnection()), m_kind(kind), m_clientRect(clientRect), m_title(title),
-      m_events(events), m_identifier(system.Register(*this)), m_visual(system.GetOpaqueVisual()) {
+      m_events(events), m_visual(system.GetOpaqueVisual()) {
     CreateHandle(m_visual);
+    // Last of all: a window that cannot be made is none of the system's.
+    m_identifier = m_system.Register(*this);
 }
 
 X11Window::~X11Window() {
@@ -40,6 +42,8 @@ bool X11Window::IsUsable() const {
 }
 
 void X11Window::CreateHandle(const X11Visual& visual) {
+    if (m_connection.IsGone())
+        throw Exception(__LINE__, "XCreateWindow");
     auto* const display = m_connection.Get();
     m_visual = visual;
     if (visual.visual != DefaultVisual(display, m_connection.GetScreen()))

@@ -94,7 +94,7 @@ private:
     Rect m_clientRect;
     String m_title;
     IWindowEvents& m_events;
-    std::uint64_t m_identifier;
+    std::uint64_t m_identifier = 0;
     ::Window m_handle = noXid;
     ::Window m_parent = noXid;
     Colormap m_colormap = noXid;

@@ -95,7 +95,8 @@ Rect X11WindowSystem::GetWorkAreaAtMouse() const {
     int windowX = 0;
     int windowY = 0;
     unsigned int state = 0;
-    XQueryPointer(m_connection.Get(), m_connection.GetRoot(), &root, &child, &x, &y, &windowX, &windowY, &state);
+    if (!m_connection.IsGone())
+        XQueryPointer(m_connection.Get(), m_connection.GetRoot(), &root, &child, &x, &y, &windowX, &windowY, &state);
     return m_monitors.GetWorkAreaNearest({x, y, x + 1, y + 1});
 }
 
@@ -109,7 +110,7 @@ void X11WindowSystem::MoveWindows(std::span<const WindowPlacement> placements) {
             window.PlaceBelow(static_cast<X11Window&>(*placement.below));
     }
     // All requests of one step reach the server together.
-    XFlush(m_connection.Get());
+    m_connection.Flush();
     for (auto* window : moved) {
         if (!window->IsIconic())
             window->GetEvents().OnMovedOrSized(false);
@@ -118,8 +119,7 @@ void X11WindowSystem::MoveWindows(std::span<const WindowPlacement> placements) {
 
 void X11WindowSystem::FlushComposition() {
     // Compositors do not say when they have drawn; at least the picture is on its way to them.
-    if (!m_connection.IsGone())
-        XFlush(m_connection.Get());
+    m_connection.Flush();
 }
 
 std::uint32_t X11WindowSystem::GetSystemColor(SystemColor role) const {

@@ -1,3 +1,6 @@
+// Before Xlib, whose macros would swallow a name of it.
+#include "tests/support/LogCapture.h"
+
 #include "tests/gui/x11/X11Fixture.h"
 
 namespace Quorvex::GUI {
@@ -114,11 +117,18 @@ TEST_F(X11Show, APictureDrawnBeforeTheWindowAppearsIsNotLost) {
 }
 
 TEST_F(X11Show, AnEmptyPictureIsIgnored) {
-    const auto window = Create(WindowKind::Main, {10, 10, 20, 20}, m_events);
+    const Quorvex::Test::LogCapture log;
+    const Rect rect{10, 10, 20, 20};
+    const auto window = Create(WindowKind::Main, rect, m_events);
+    window->Show();
+    Settle();
+    ShowPicture(*window, 10, 10, 4);
     const std::uint8_t pixel[4]{};
     window->ShowOpaque(pixel, 0, 1, 0);
     window->ShowOpaque(pixel, 1, 0, 4);
     Settle();
+    ExpectPicture(rect, 4);
+    EXPECT_TRUE(log.IsEmpty()) << log.Text();
 }
 
 TEST_F(X11Show, AScreenOfFiveSixFiveShowsTheNearestColours) {
