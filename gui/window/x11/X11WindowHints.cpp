@@ -1,3 +1,4 @@
+#include "gui/window/x11/ProgramIcon.h"
 #include "gui/window/x11/X11Text.h"
 #include "gui/window/x11/X11Window.h"
 
@@ -24,6 +25,8 @@ void X11Window::SetHints() {
                             {m_connection.GetAtom(type)});
     if (m_kind == WindowKind::Panel)
         SetPanelHints();
+    else
+        m_connection.SetNumbers(m_handle, m_connection.GetAtom(X11Atom::NetWmIcon), XA_CARDINAL, GetProgramIcon());
     if (m_owner != nullptr)
         AnnounceOwner();
 }
