@@ -2,23 +2,12 @@
 
 #include "tests/support/LogCapture.h"
 
-#include <fontconfig/fontconfig.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
 
 namespace Quorvex::GUI {
 namespace {
-
-/// Fontconfig keeps its fonts for the whole run, partly by offsets in the place of pointers, which a search for leaks
-/// cannot follow; so all of it goes at the end of the tests.
-class FontsOfTheRun : public testing::Environment {
-public:
-    void TearDown() override { FcFini(); }
-};
-
-[[maybe_unused]] testing::Environment* const registered = testing::AddGlobalTestEnvironment(new FontsOfTheRun);
 
 /// The dots of one character, drawn with its origin at ORIGIN in a bitmap as high as its cell.
 struct Drawn {

@@ -1,7 +1,11 @@
 // Before Xlib, whose macros would swallow a name of it.
 #include "tests/support/LogCapture.h"
 
+#include "gui/window/x11/X11MessageBox.h"
+#include "tests/foundation/posix/ScopedVariable.h"
 #include "tests/gui/x11/X11Fixture.h"
+
+#include <thread>
 
 // A display that goes while the program runs: the loop ends, and everything that is left can be used and closed.
 
@@ -136,6 +140,27 @@ TEST_F(X11DisplayLoss, ALaterConnectionIsAsGoodAsTheFirst) {
         EXPECT_EQ(m_onlooker->Photograph({10, 10, 210, 110}), WithoutAlpha(MakePicture(200, 100, 7)));
         m_onlooker.reset();
     }
+}
+
+TEST_F(X11DisplayLoss, LeavesTheTextOfAMessageBoxOnStandardError) {
+    const Quorvex::Test::ScopedVariable variable("DISPLAY", m_display->GetName());
+    testing::internal::CaptureStderr();
+    std::jthread box([] { ShowX11MessageBox("A Report", "text"); });
+    {
+        const Onlooker onlooker(m_display->GetName());
+        const auto isShown = [&] {
+            for (const ::Window window : onlooker.GetStacking())
+                if (onlooker.GetText(reinterpret_cast<void*>(window), "_NET_WM_NAME", "UTF8_STRING") == "A Report")
+                    return true;
+            return false;
+        };
+        while (!isShown())
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    m_display->Kill();
+    box.join();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "A Report: text\n");
+    Close();
 }
 
 } // namespace
