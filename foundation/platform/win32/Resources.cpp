@@ -2,8 +2,7 @@
 
 #include "foundation/Exception.h"
 #include "foundation/Report.h"
-
-#include <windows.h>
+#include "foundation/platform/win32/ResourceCalls.h"
 
 namespace Quorvex {
 
@@ -21,13 +20,23 @@ Result Checked(Result result, int line, const char* name) {
 } // namespace
 
 std::span<const std::byte> LoadResourceBytes(const char* name) {
+    const Platform::ResourceCalls& calls = Platform::GetResourceCalls();
     // Narrow and in the program's own module; the names are ASCII. Nothing is freed: the bytes lie in the mapped file.
     const HRSRC found =
-        Checked(FindResourceA(nullptr, name, reinterpret_cast<LPCSTR>(RT_RCDATA)), __LINE__, "FindResourceA");
-    const DWORD size = Checked(SizeofResource(nullptr, found), __LINE__, "SizeofResource");
-    const HGLOBAL loaded = Checked(LoadResource(nullptr, found), __LINE__, "LoadResource");
-    const void* bytes = Checked(LockResource(loaded), __LINE__, "LockResource");
+        Checked(calls.findResourceA(nullptr, name, reinterpret_cast<LPCSTR>(RT_RCDATA)), __LINE__, "FindResourceA");
+    const DWORD size = Checked(calls.sizeofResource(nullptr, found), __LINE__, "SizeofResource");
+    const HGLOBAL loaded = Checked(calls.loadResource(nullptr, found), __LINE__, "LoadResource");
+    const void* bytes = Checked(calls.lockResource(loaded), __LINE__, "LockResource");
     return {static_cast<const std::byte*>(bytes), size};
 }
+
+namespace Platform {
+
+ResourceCalls& GetResourceCalls() {
+    static ResourceCalls calls;
+    return calls;
+}
+
+} // namespace Platform
 
 } // namespace Quorvex

@@ -3,7 +3,7 @@
 namespace Quorvex::Platform {
 
 // By name, never by the import table: a system that lacks one of these would not start the program at all.
-KernelCalls::KernelCalls() : library("kernel32.dll"), getVersionExA(&GetVersionExA) {
+KernelCalls::KernelCalls() : library("kernel32.dll"), getVersionExA(&GetVersionExA), getLocaleInfoA(&GetLocaleInfoA) {
     library.Take(getUserDefaultUILanguage, "GetUserDefaultUILanguage");
     library.Take(wow64DisableWow64FsRedirection, "Wow64DisableWow64FsRedirection");
     library.Take(wow64RevertWow64FsRedirection, "Wow64RevertWow64FsRedirection");

@@ -30,8 +30,9 @@ struct KernelCalls {
     BOOL(WINAPI* verifyVersionInfoW)(LPOSVERSIONINFOEXW, DWORD, DWORDLONG) = nullptr;
     ULONGLONG(WINAPI* verSetConditionMask)(ULONGLONG, DWORD, BYTE) = nullptr;
 
-    /// Every system has this one; it stands here for tests.
+    // Every system has these two; they stand here for tests.
     BOOL(WINAPI* getVersionExA)(LPOSVERSIONINFOA) = nullptr;
+    int(WINAPI* getLocaleInfoA)(LCID, LCTYPE, LPSTR, int) = nullptr;
     /// The upper-case letter of the drive that holds the system, once it was asked for; 0 if there is none.
     std::optional<char16_t> systemDrive;
 };
