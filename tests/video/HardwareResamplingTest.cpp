@@ -157,6 +157,14 @@ TEST_F(HardwareResamplingTest, TheClipIsLeftAtItsResetValue) {
     EXPECT_EQ(context->clipBottom, 0x7FFFFFFF);
 }
 
+TEST_F(HardwareResamplingTest, AnImageWithoutRowsOrColumnsTouchesNothing) {
+    for (const auto& [width, height] : {std::pair(0u, 0u), std::pair(0u, 9u), std::pair(9u, 0u)}) {
+        picture.CreateFromMemory(context, Data::CreateImage(Data::ColorTypeEnum::UInt8, width, height));
+        for (const Mode mode : {Mode::Cubic, Mode::Linear, Mode::Nearest, Mode::Area})
+            EXPECT_EQ(Draw(Rect(mode)), DeviceRecord()) << width << " x " << height;
+    }
+}
+
 TEST_F(HardwareResamplingTest, ProgramsAndQuadAreMadeOncePerContext) {
     for (const Mode mode : {Mode::Area, Mode::Cubic}) {
         EXPECT_EQ(Count(Draw(Rect(mode)), "CreateFromGLString"), 1u);

@@ -306,6 +306,16 @@ TEST_F(SoftwareResamplingTest, AnEmptyImageDrawsNothing) {
     ExpectPixels([](auto, auto) { return untouched; });
 }
 
+TEST_F(SoftwareResamplingTest, AnImageWithoutRowsOrColumnsDrawsNothingInAnyMode) {
+    for (const auto& [width, height] : {std::pair(0u, 0u), std::pair(0u, 9u), std::pair(9u, 0u)}) {
+        Show(Data::CreateImage(Data::ColorTypeEnum::BGRAUInt8, width, height));
+        for (const Mode mode : {Mode::Cubic, Mode::Linear, Mode::Nearest, Mode::Area}) {
+            DrawFrame(Rect(0, 0, 10, 10, mode));
+            EXPECT_EQ(Pixels(), std::vector<Color>(windowWidth * windowHeight, untouched)) << width << " x " << height;
+        }
+    }
+}
+
 TEST_F(SoftwareResamplingTest, AnAreaReductionBy4TakesTheMeanOf16) {
     Show(MakeImage<std::uint8_t>(64, 64, [](auto x, auto y) { return std::uint8_t(x % 4 * 16 + y % 4); }));
     DrawFrame(Rect(0, 0, 16, 16, Mode::Area));
