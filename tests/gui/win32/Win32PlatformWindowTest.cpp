@@ -2,6 +2,7 @@
 
 #include "foundation/Version.h"
 #include "foundation/platform/win32/WideText.h"
+#include "tests/support/LogCapture.h"
 
 #include <thread>
 
@@ -138,6 +139,16 @@ TEST_F(Win32PlatformWindowTest, ALayeredPanelTakesPicturesWithAlpha) {
     panel->ShowWithAlpha(bits.data(), 9, 7, 36);
     EXPECT_TRUE(panel->SetLayered(false));
     EXPECT_EQ(GetWindowLongA(panel->GetHandle(), GWL_EXSTYLE) & WS_EX_LAYERED, 0);
+}
+
+TEST_F(Win32PlatformWindowTest, APictureThatCannotBeShownIsReportedUnderItsCallAndTheRestGoesOn) {
+    const Quorvex::Test::LogCapture log;
+    const auto panel = Create(WindowKind::Panel, {100, 100, 109, 107}, m_panelEvents);
+    const std::vector<std::uint8_t> bits(9 * 7 * 4, 255);
+    // A window without the layered style takes no alpha.
+    panel->ShowWithAlpha(bits.data(), 9, 7, 36);
+    EXPECT_TRUE(log.Text().ends_with("UpdateLayeredWindow failed with error code 87\r\n"))
+        << "bitmap and context are deleted all the same: " << log.Text();
 }
 
 TEST_F(Win32PlatformWindowTest, TheMainWindowKeepsItsFrameAndIsNeverLayered) {
