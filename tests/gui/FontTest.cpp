@@ -157,6 +157,7 @@ TEST_F(FontTest, AFontOfEmptyGlyphsHasAnAtlasAllTheSame) {
     } glyphs;
     const Font font(glyphs, 14, context);
     EXPECT_EQ(font.GetTextWidth("abc"), 0);
+    EXPECT_EQ(font.GetAtlasImage()->GetWidth(), 1u) << "a texture has a size";
 }
 
 } // namespace

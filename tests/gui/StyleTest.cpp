@@ -145,10 +145,15 @@ TEST_F(FrameTest, AFrameIsAsWideAsTheScale) {
 }
 
 TEST_F(FrameTest, TheButtonFrameTakesTheStylesFourColours) {
-    DrawWith([&](QuadWriter& writer) { style.DrawButtonFrame(writer, rect); });
-    EXPECT_EQ(count, 4u);
-    for (const auto& vertex : buffer.vertices)
-        EXPECT_EQ(vertex.a, 0);
+    class Coloured : public ViewerStyle {
+    public:
+        Color GetButtonFrameLeftColor() const override { return Side(1); }
+        Color GetButtonFrameTopColor() const override { return Side(2); }
+        Color GetButtonFrameRightColor() const override { return Side(3); }
+        Color GetButtonFrameBottomColor() const override { return Side(4); }
+    };
+    DrawWith([&](QuadWriter& writer) { Coloured().DrawButtonFrame(writer, rect); });
+    EXPECT_EQ(Drawn(), ring);
 }
 
 TEST_F(FrameTest, AQuadHasItsVerticesInTheOrderThatRenderersFillExactly) {

@@ -4,6 +4,7 @@
 #include "foundation/platform/win32/SystemCalls.h"
 #include "gui/window/win32/DwmCalls.h"
 #include "gui/window/win32/GdiGlyphSource.h"
+#include "tests/support/LogCapture.h"
 
 #include <algorithm>
 
@@ -181,6 +182,73 @@ TEST_F(Win32DesktopTest, APanelIsShownWithoutLayersWhereTheCallIsMissing) {
     const Replaced lacking(Platform::GetUserCalls().updateLayeredWindow, {});
     const auto panel = Create(WindowKind::Panel, {100, 100, 200, 200}, m_panelEvents);
     EXPECT_FALSE(panel->SetLayered(true));
+}
+
+constexpr auto compositionDisabled = static_cast<HRESULT>(0x80263001);
+HRESULT blurResult = S_OK;
+HRESULT attributeResult = S_OK;
+
+HRESULT WINAPI BlurAnswers(HWND, const DWM_BLURBEHIND*) {
+    return blurResult;
+}
+
+HRESULT WINAPI AttributeAnswers(HWND, DWORD, LPCVOID, DWORD) {
+    return attributeResult;
+}
+
+TEST_F(Win32DesktopTest, FailuresOfTheCompositorAreReportedUnlessItIsOff) {
+    const Replaced blur(GetDwmCalls().enableBlurBehindWindow, &BlurAnswers);
+    const Replaced attribute(GetDwmCalls().setWindowAttribute, &AttributeAnswers);
+    const ScopedSystemVersion version({6, 2, 0});
+    const auto panel = Create(WindowKind::Panel, {100, 100, 200, 200}, m_panelEvents);
+    const Quorvex::Test::LogCapture log;
+    blurResult = attributeResult = compositionDisabled;
+    panel->SetLayered(true);
+    EXPECT_TRUE(log.IsEmpty()) << log.Text();
+    blurResult = attributeResult = E_FAIL;
+    panel->SetLayered(false);
+    EXPECT_TRUE(log.HasLineEndingIn("DwmEnableBlurBehindWindow failed with error code 2147500037")) << log.Text();
+    EXPECT_TRUE(log.HasLineEndingIn("DwmSetWindowAttribute failed with error code 2147500037")) << log.Text();
+}
+
+HRESULT WINAPI FlushFails() {
+    return E_FAIL;
+}
+
+HRESULT WINAPI FlushFindsNoComposition() {
+    return compositionDisabled;
+}
+
+TEST_F(Win32DesktopTest, AFailingFlushIsReportedByName) {
+    const Quorvex::Test::LogCapture log;
+    {
+        const Replaced off(GetDwmCalls().flush, &FlushFindsNoComposition);
+        m_system.FlushComposition();
+        const Replaced lacking(GetDwmCalls().flush, {});
+        m_system.FlushComposition();
+        EXPECT_TRUE(log.IsEmpty()) << log.Text();
+    }
+    const Replaced failing(GetDwmCalls().flush, &FlushFails);
+    m_system.FlushComposition();
+    EXPECT_TRUE(log.HasLineEndingIn("DwmFlush failed with error code 2147500037")) << log.Text();
+}
+
+BOOL WINAPI EnumerationFails(HDC, LPCRECT, MONITORENUMPROC, LPARAM) {
+    return FALSE;
+}
+
+TEST_F(Win32DesktopTest, AFailingEnumerationIsReportedByName) {
+    const Quorvex::Test::LogCapture log;
+    const Replaced failing(Platform::GetUserCalls().enumDisplayMonitors, &EnumerationFails);
+    EXPECT_TRUE(m_system.GetMonitors().empty());
+    EXPECT_NE(log.Text().find("EnumDisplayMonitors failed with error code "), std::string::npos) << log.Text();
+}
+
+TEST(GdiGlyphs, ABitmapThatCannotBeMadeIsReportedByName) {
+    GdiGlyphSource glyphs(14, 5);
+    const Quorvex::Test::LogCapture log;
+    EXPECT_THROW(glyphs.BeginBitmap(0x40000000, 0x40000000), Exception);
+    EXPECT_NE(log.Text().find("CreateDIBSection failed with error code "), std::string::npos) << log.Text();
 }
 
 TEST(GdiGlyphs, LettersHaveBoxesAndDotsInsideThem) {

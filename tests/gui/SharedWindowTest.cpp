@@ -3,22 +3,19 @@
 namespace Quorvex::GUI::Test {
 namespace {
 
-class Win32WindowTest : public GuiFixture {
+class SharedWindowTest : public GuiFixture {
 protected:
-    Win32WindowTest() { Show(); }
+    SharedWindowTest() { Show(); }
 };
 
-TEST_F(Win32WindowTest, TheRawWindowLeadsToTheSharedObject) {
+TEST_F(SharedWindowTest, TheRawWindowLeadsToTheSharedObject) {
     Win32Window& window = *gui.GetMainWindow();
     const SharedPtr<Win32Window> found = Win32Window::SmartPointerFromWin32WindowRAW(&window.GetRaw());
     EXPECT_EQ(found.get(), &window);
     EXPECT_EQ(found->GetPanel(), main.get());
 }
 
-TEST_F(Win32WindowTest, ARawWindowWithoutAnObjectRaises) {
-    struct Events {
-    } unused;
-    (void)unused;
+TEST_F(SharedWindowTest, ARawWindowWithoutAnObjectRaises) {
     Win32WindowRAW raw(system, WindowKind::Panel, {0, 0, 5, 5}, "", MainWindow().GetEvents());
     for (const Win32WindowRAW* lost : {static_cast<const Win32WindowRAW*>(nullptr), &std::as_const(raw)}) {
         try {
@@ -30,11 +27,11 @@ TEST_F(Win32WindowTest, ARawWindowWithoutAnObjectRaises) {
     }
 }
 
-TEST_F(Win32WindowTest, TheTitleIsTheProgramsName) {
+TEST_F(SharedWindowTest, TheTitleIsTheProgramsName) {
     EXPECT_EQ(MainWindow().GetTitle(), gui.GetProgramName());
 }
 
-TEST_F(Win32WindowTest, ChildrenGoToTheNewParentTogether) {
+TEST_F(SharedWindowTest, ChildrenGoToTheNewParentTogether) {
     const auto tool = AddPanel("tool", {600, 100, 700, 200});
     const auto a = AddPanel("a", {650, 100, 750, 150});
     const auto b = AddPanel("b", {650, 160, 750, 200});
@@ -51,7 +48,7 @@ TEST_F(Win32WindowTest, ChildrenGoToTheNewParentTogether) {
     EXPECT_EQ(WindowOf(*b).GetOwner(), nullptr);
 }
 
-TEST_F(Win32WindowTest, TheWindowLivesAsLongAsItsRenderer) {
+TEST_F(SharedWindowTest, TheWindowLivesAsLongAsItsRenderer) {
     const SharedPtr<Platform::Video::Renderer> kept = main->GetRenderer();
     gui.Shutdown();
     EXPECT_EQ(system.GetWindows().size(), 1u);
