@@ -59,6 +59,11 @@ void* operator new[](std::size_t bytes) {
     return Allocate(bytes);
 }
 
+// Under a sanitizer this one would not go through the one above, and its blocks be taken for another's.
+void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {
+    return std::malloc(bytes);
+}
+
 void operator delete(void* block) noexcept {
     std::free(block);
 }
