@@ -1,53 +1,16 @@
 #include "tests/codecs/BmpLoad.h"
+#include "tests/codecs/Corpus.h"
 #include "tests/codecs/ReferencePicture.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <map>
-#include <sstream>
 
 using namespace Quorvex;
 namespace fs = std::filesystem;
 
 namespace {
-
-struct CorpusFile {
-    std::string path; ///< From the root of the corpus.
-    bool isValid = false;
-    std::vector<std::string> references; ///< File names in the folder "ref" beside the file.
-};
-
-fs::path Root() {
-    const char* root = std::getenv("VARNOLITE_CORPUS");
-    return root != nullptr ? fs::path(root) : fs::path();
-}
-
-// Columns: path, format, class, variant, width, height, two other readers, origin, references, remark.
-std::vector<CorpusFile> Bitmaps() {
-    std::vector<CorpusFile> files;
-    std::ifstream index(Root() / "INDEX.tsv");
-    for (std::string line; std::getline(index, line);) {
-        std::vector<std::string> columns;
-        std::istringstream split(line);
-        for (std::string column; std::getline(split, column, '\t');)
-            columns.push_back(column);
-        columns.resize(11);
-        if (columns[1] != "bmp")
-            continue;
-        std::istringstream names(columns[9]);
-        files.push_back({columns[0], columns[2] == "valid", {std::istream_iterator<std::string>(names), {}}});
-    }
-    return files;
-}
-
-Bytes Content(const std::string& path) {
-    std::ifstream file(Root() / path, std::ios::binary);
-    return Bytes(std::istreambuf_iterator<char>(file), {});
-}
 
 enum class Agreement { None, Colors, All };
 
@@ -73,13 +36,14 @@ Agreement Compare(const BmpLoad& load, const ReferencePicture& reference) {
 }
 
 /// Which of the references the file decodes to, or else how decoding ended.
-std::string Outcome(const CorpusFile& file, TestStream::Manner manner) {
+std::string Outcome(const Corpus::File& file, TestStream::Manner manner) {
     try {
-        const BmpLoad load(Content(file.path), manner);
+        const BmpLoad load(Corpus::Content(file.path), manner);
         if (load.decoder->IsIncomplete())
             return "incomplete";
         for (const std::string& name : file.references) {
-            const auto picture = ReadReferencePicture(Root() / fs::path(file.path).parent_path() / "ref" / name);
+            const auto picture =
+                ReadReferencePicture(Corpus::Root() / fs::path(file.path).parent_path() / "ref" / name);
             const Agreement agreement = picture ? Compare(load, *picture) : Agreement::None;
             if (agreement != Agreement::None)
                 return (agreement == Agreement::All ? "" : "colours of ") + name;
@@ -111,9 +75,9 @@ const std::map<std::string, std::string> otherOutcomes = {
 class BmpCorpus : public testing::Test {
 protected:
     void SetUp() override {
-        if (Root().empty())
+        if (Corpus::Root().empty())
             GTEST_SKIP() << "VARNOLITE_CORPUS does not name the folder of the shared files";
-        ASSERT_FALSE(Bitmaps().empty()) << Root();
+        ASSERT_FALSE(Corpus::Files("bmp").empty()) << Corpus::Root();
     }
 };
 
@@ -122,7 +86,7 @@ protected:
 TEST_F(BmpCorpus, ValidFilesDecodeToTheirReferences) {
     if (!CanReadReferencePictures())
         GTEST_SKIP() << "this build has no reader for PNG files";
-    for (const CorpusFile& file : Bitmaps()) {
+    for (const Corpus::File& file : Corpus::Files("bmp")) {
         if (!file.isValid)
             continue;
         const std::string outcome = Outcome(file, TestStream::Manner::File);
@@ -139,6 +103,6 @@ TEST_F(BmpCorpus, ValidFilesDecodeToTheirReferences) {
 }
 
 TEST_F(BmpCorpus, EveryFileEndsTheSameWayFromFileAndFromMemory) {
-    for (const CorpusFile& file : Bitmaps())
+    for (const Corpus::File& file : Corpus::Files("bmp"))
         EXPECT_EQ(Outcome(file, TestStream::Manner::File), Outcome(file, TestStream::Manner::Memory)) << file.path;
 }
