@@ -20,8 +20,9 @@ if(VARNOLITE_SANITIZE)
     target_link_options(varnolite_options INTERFACE -fsanitize=${VARNOLITE_SANITIZE})
 endif()
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
-    # x87 registers keep 80 bits and would round differently from the 64-bit program.
-    target_compile_options(varnolite_options INTERFACE -msse2 -mfpmath=sse)
+    # x87 registers keep 80 bits and would round differently from the 64-bit program. Threads of Windows begin on stacks
+    # that are aligned to 4 bytes, where vectors need 16.
+    target_compile_options(varnolite_options INTERFACE -msse2 -mfpmath=sse -mstackrealign)
 endif()
 if(WIN32)
     target_compile_definitions(varnolite_options INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
