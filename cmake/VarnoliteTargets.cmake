@@ -144,13 +144,19 @@ macro(varnolite_tests)
     varnolite_reference_pictures()
 endmacro()
 
-# The expected pictures of the shared files are PNGs: where the system has no reader for them, those tests skip.
+# The expected pictures of the shared files are PNGs, and JPEG files are made and compared by libjpeg: where the system
+# has neither, those tests skip.
 function(varnolite_reference_pictures)
     if(TARGET codecs_tests AND NOT CMAKE_CROSSCOMPILING)
         find_package(PNG)
         if(PNG_FOUND)
             target_link_libraries(codecs_tests PRIVATE PNG::PNG)
             target_compile_definitions(codecs_tests PRIVATE VARNOLITE_HAS_PNG)
+        endif()
+        find_package(JPEG)
+        if(JPEG_FOUND)
+            target_link_libraries(codecs_tests PRIVATE JPEG::JPEG)
+            target_compile_definitions(codecs_tests PRIVATE VARNOLITE_HAS_JPEG)
         endif()
     endif()
 endfunction()

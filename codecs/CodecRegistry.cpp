@@ -1,11 +1,13 @@
 #include "codecs/CodecFactory.h"
 
 #include "codecs/bmp/BMPDecoder.h"
+#include "codecs/jpg/JPGDecoder.h"
 
 namespace ET::Img {
 
 CodecRegistry& GetCodecRegistry() {
-    static CodecRegistry registry{SharedPtr<BMPDecoderFactory>(new BMPDecoderFactory())};
+    static CodecRegistry registry{SharedPtr<BMPDecoderFactory>(new BMPDecoderFactory()),
+                                  SharedPtr<JPGDecoderFactory>(new JPGDecoderFactory())};
     return registry;
 }
 

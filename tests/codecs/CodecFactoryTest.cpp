@@ -1,5 +1,6 @@
 #include "codecs/CodecFactory.h"
 #include "codecs/bmp/BMPDecoder.h"
+#include "codecs/jpg/JPGDecoder.h"
 #include "foundation/Locale.h"
 
 #include <gtest/gtest.h>
@@ -51,21 +52,31 @@ TEST(Pattern, TakesNamesBeyondOneByte) {
     EXPECT_TRUE(MatchesPattern(u"*.bmp", "\xE4.bmp"));
 }
 
-TEST(CodecRegistry, HoldsTheBitmapFactory) {
+TEST(CodecRegistry, HoldsTheFactoriesInTheOrderOfTheirPriority) {
     const CodecRegistry& registry = GetCodecRegistry();
-    ASSERT_FALSE(registry.empty());
+    ASSERT_GE(registry.size(), 2u);
     EXPECT_EQ(&registry, &GetCodecRegistry());
     EXPECT_TRUE(registry[0].DynamicCast<BMPDecoderFactory>());
+    EXPECT_TRUE(registry[1].DynamicCast<JPGDecoderFactory>());
 }
 
-TEST(BMPDecoderFactory, HasItsPatternAndTexts) {
-    const BMPDecoderFactory factory;
-    EXPECT_EQ(factory.GetFilePattern(), String(u"*.bmp;*.dib;*.rl4;*.rl8;*.rle;*.vga"));
+void ExpectTexts(const CodecFactory& factory, const char16_t* pattern, const char16_t* german,
+                 const char16_t* english) {
+    EXPECT_EQ(factory.GetFilePattern(), String(pattern));
     SetLanguage(Locale::EnumLanguage::German);
-    EXPECT_EQ(factory.GetFileTypeText(), String(u"BMP-Dateien (*.bmp;*.dib;*.rl4;*.rl8;*.rle;*.vga)"));
+    EXPECT_EQ(factory.GetFileTypeText(), String(german));
     SetLanguage(Locale::EnumLanguage::English);
-    EXPECT_EQ(factory.GetFileTypeText(), String(u"BMP files (*.bmp;*.dib;*.rl4;*.rl8;*.rle;*.vga)"));
+    EXPECT_EQ(factory.GetFileTypeText(), String(english));
     SetLanguage(Locale::EnumLanguage::Automatic);
+}
+
+TEST(CodecRegistry, FactoriesHaveTheirPatternsAndTexts) {
+    ExpectTexts(BMPDecoderFactory(), u"*.bmp;*.dib;*.rl4;*.rl8;*.rle;*.vga",
+                u"BMP-Dateien (*.bmp;*.dib;*.rl4;*.rl8;*.rle;*.vga)",
+                u"BMP files (*.bmp;*.dib;*.rl4;*.rl8;*.rle;*.vga)");
+    ExpectTexts(JPGDecoderFactory(), u"*.jpg;*.jff;*.jfi;*.jfif;*.jif;*.jpe;*.jpeg;*.jps;*.thm",
+                u"JPG-Dateien (*.jpg;*.jff;*.jfi;*.jfif;*.jif;*.jpe;*.jpeg;*.jps;*.thm)",
+                u"JPG files (*.jpg;*.jff;*.jfi;*.jfif;*.jif;*.jpe;*.jpeg;*.jps;*.thm)");
 }
 
 TEST(BMPDecoderFactory, MatchesAllItsExtensions) {

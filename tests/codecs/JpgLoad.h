@@ -1,0 +1,51 @@
+#pragma once
+
+#include "codecs/jpg/JPGDecoder.h"
+#include "data/Image.h"
+#include "tests/codecs/TestStream.h"
+
+#include <string>
+
+/// A JPEG file that went through the two passes of a load, on a number of threads.
+struct JpgLoad {
+    using Bytes = std::vector<std::uint8_t>;
+
+    explicit JpgLoad(const Bytes& file, std::uint32_t workerCount = 1)
+        : decoder(Quorvex::MakeShared<TestStream>(file, TestStream::Manner::Memory)) {
+        decoder.SetWorkerCount(workerCount);
+        info = decoder.GetInfo(0);
+        Quorvex::Data::Dispatch(info.ColorType, "unknown color type", [this](auto tag) {
+            image = Quorvex::MakeShared<Quorvex::Data::Image<typename decltype(tag)::Sample>>();
+        });
+        image->Allocate(info.Width, info.Height, info.AllocatedWidth, info.AllocatedHeight);
+        image = decoder.Load(image, 0);
+    }
+
+    /// The visible samples, blue, green, red and alpha per pixel.
+    template <class Channel>
+    std::vector<Channel> Samples() const {
+        using Sample = Quorvex::Data::ColorBGRA<Channel>;
+        const auto lock = Quorvex::Data::SampleTraits<Sample>::LockIn(*image, Quorvex::Data::LockMode::ReadWrite);
+        std::vector<Channel> samples;
+        for (std::uint32_t y = 0; y < lock.Height; ++y)
+            for (std::uint32_t x = 0; x < lock.Width; ++x) {
+                const Sample& pixel = lock(x, y);
+                samples.insert(samples.end(), {pixel.blue, pixel.green, pixel.red, pixel.alpha});
+            }
+        return samples;
+    }
+
+    ET::Img::JPGDecoder decoder;
+    ET::Img::ImageInfo info;
+    Quorvex::SharedPtr<Quorvex::Data::ImageBase> image;
+};
+
+/// The message with which loading the file fails; "no exception" if it does not.
+inline std::string JpgFailure(const JpgLoad::Bytes& file) {
+    try {
+        const JpgLoad load(file);
+    } catch (const std::exception& failure) {
+        return failure.what();
+    }
+    return "no exception";
+}

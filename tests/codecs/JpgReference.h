@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+/// How libjpeg is asked to encode a test picture.
+struct JpgRecipe {
+    std::uint32_t width = 33;
+    std::uint32_t height = 17;
+    int components = 3; ///< 1 grey, 3 YCbCr, 4 CMYK as Adobe's programs store it
+    int horizontal = 1; ///< Sampling factors of the first component.
+    int vertical = 1;
+    int quality = 90;
+    bool isProgressive = false;
+    unsigned restartInterval = 0; ///< MCUs
+    bool isInterleaved = true;
+    bool isYcck = false; ///< With four components.
+    unsigned seed = 1;
+};
+
+/// A smooth picture with noise, and its file.
+std::vector<std::uint8_t> EncodeJpg(const JpgRecipe& recipe);
+
+/// The samples as libjpeg decodes them, with its exact integer transform and replicated chrominance: blue, green, red
+/// per pixel for one and three components, the four inks as stored for four. Empty where it refuses the file.
+std::vector<std::uint8_t> DecodeJpgByLibrary(const std::vector<std::uint8_t>& file);
+
+/// Whether this build has libjpeg; without, encoding gives nothing.
+bool HasJpgLibrary();
