@@ -12,8 +12,9 @@ struct ChannelMask {
 
     std::uint8_t Extract(std::uint32_t pixel) const {
         const float scaled = static_cast<float>((pixel & mask) >> shift) * scale;
+        const double raised = scaled + 0.5; // Exact: a float has few enough bits.
         // Alpha can exceed 255, as its scale is another channel's; its low 8 bits are what remains.
-        return static_cast<std::uint8_t>(static_cast<std::int64_t>(scaled + 0.5));
+        return static_cast<std::uint8_t>(static_cast<std::int64_t>(raised));
     }
 };
 
