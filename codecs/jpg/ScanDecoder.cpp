@@ -44,11 +44,6 @@ std::vector<ScanComponent> ComponentsOf(const ScanContext& context, const ScanHe
     return components;
 }
 
-void CheckForOverrun(const BitReader& reader) {
-    if (reader.IsOverrun())
-        throw Quorvex::Exception();
-}
-
 /// Baseline MCUs with all components of the frame: pixels at once.
 class SingleScanDecoder {
 public:
@@ -71,7 +66,6 @@ public:
             const std::uint64_t mcu = segment.firstMcu + i;
             try {
                 DecodeMcu(reader, predictors, blocks);
-                CheckForOverrun(reader);
             } catch (const std::exception&) {
                 // What was decoded of it is still worth seeing.
                 Show(mcu, blocks);
@@ -91,6 +85,11 @@ private:
         for (std::size_t i = 0; i < m_components.size(); ++i)
             for (std::uint32_t left = m_components[i].horizontal * m_components[i].vertical; left != 0; --left) {
                 DecodeSequential(reader, m_components[i].tables, predictors[i], block);
+                if (reader.IsOverrun()) {
+                    // Zeros behind the end of the data look like coefficients.
+                    std::memset(block, 0, blockSize * sizeof(std::int16_t));
+                    throw Quorvex::Exception();
+                }
                 block += blockSize;
             }
     }
@@ -146,7 +145,8 @@ public:
                     std::memset(block, 0, blockSize * sizeof(std::int16_t));
                     DecodeSequential(reader, m_components[place].tables, predictors[place], block);
                 });
-            CheckForOverrun(reader);
+            if (reader.IsOverrun())
+                throw Quorvex::Exception();
         }
     }
 
