@@ -95,7 +95,10 @@ class Viewer:
         self.view.Wheel(notches, width // 2, height // 2)
 
     def ZoomTo(self, percent):
+        """By way of the lower limit, which has to be seen: a zoom that ends where it began would look finished before
+        the program has heard of it, and what comes next would meet its wheel."""
         self.Wheel(-ALL_NOTCHES)
+        self.Expect("lower limit")
         self.Wheel(NOTCHES_TO[percent])
 
     def Drag(self, dx, dy):
