@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Turns the results of resampling_bench into ratios: the peer's median time over ours, so that more is faster.
+"""Turns the results of resampling_bench and jpg_bench into ratios: the peer's median time over ours, so that more is faster.
 
     bench/table.py RESULTS.json
 """
@@ -9,7 +9,8 @@ import statistics
 import sys
 
 PEERS = {"Area, BGRA8": "OpenCV", "Area, grey 16": "OpenCV", "Cubic": "OpenCV", "Linear": "OpenCV", "Nearest": "pixman",
-         "Scroll by 3 columns": "memcpy"}
+         "Scroll by 3 columns": "memcpy", "JPG 4:2:0": "libjpeg-turbo", "JPG 4:2:0, restarts": "libjpeg-turbo",
+         "JPG 4:4:4": "libjpeg-turbo", "JPG progressive": "libjpeg-turbo", "JPG grey": "libjpeg-turbo"}
 
 
 def main():
@@ -19,7 +20,8 @@ def main():
     for run in runs:
         work, side = run["name"].removesuffix("/real_time").split("/")[:2]
         speeds.setdefault(work, {}).setdefault(side, []).append(run["items_per_second"] / 1e6)
-    for work, peer in PEERS.items():
+    for work in speeds:
+        peer = PEERS[work]
         ours, theirs = (statistics.median(speeds[work][side]) for side in ("us", "peer"))
         print(f"{work:20} {ours:7.0f} MP/s   {peer} {theirs:7.0f} MP/s   {ours / theirs:.2f} x its speed")
 

@@ -94,11 +94,12 @@ struct ColorConversion::Routes {
             pixels[i / 8 * stride + i % 8] = operation(i);
     }
 
+    /// Luminance without chrominance: both forms give exactly the sample and its level shift.
     static void Grey(const Blocks& blocks, Pixel* pixels, std::size_t stride) {
-        ForEachPixel(pixels, stride, [&](std::size_t i) {
-            const std::uint8_t grey = LevelShifted(blocks[0][i]);
-            return Pixel{grey, grey, grey, 255};
-        });
+        static const YCbCrRow convert = GetYCbCrRow();
+        static constexpr std::int16_t none[8] = {};
+        for (std::size_t row = 0; row < 8; ++row)
+            convert(blocks[0] + 8 * row, none, none, pixels + row * stride);
     }
 
     static void Rgb(const Blocks& blocks, Pixel* pixels, std::size_t stride) {
