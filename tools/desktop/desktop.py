@@ -1,6 +1,7 @@
 """A desktop in memory and programs that run in it."""
 
 import os
+import shutil
 import subprocess
 import time
 
@@ -98,15 +99,27 @@ class Program:
             self.process.wait()
 
 
+def _IsWineReady(prefix):
+    return all(os.path.exists(os.path.join(prefix, name))
+               for name in ("system.reg", "drive_c/windows/system32/kernel32.dll"))
+
+
 def PrepareWine(prefix):
-    """Makes the Wine folder that WINEPREFIX names, when it is not there: it takes half a minute once."""
-    if os.path.exists(os.path.join(prefix, "system.reg")):
-        return
-    os.makedirs(prefix, exist_ok=True)
+    """Makes the Wine folder that WINEPREFIX names, when it is not there: it takes half a minute once. What a failed
+    attempt has left is made anew: Wine knows a folder by its inode, and the server of one that was deleted a moment ago
+    may answer for the next one."""
     environment = dict(os.environ, WINEPREFIX=prefix)
-    subprocess.run(["wineboot", "--init"], env=environment, check=True, stdin=subprocess.DEVNULL,
-                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    subprocess.run(["wineserver", "-w"], env=environment, check=False)
+    for _ in range(3):
+        if _IsWineReady(prefix):
+            return
+        if os.path.exists(prefix):
+            StopWine(prefix)
+            shutil.rmtree(prefix, ignore_errors=True)
+        os.makedirs(prefix)
+        subprocess.run(["wineboot", "--init"], env=environment, check=False, stdin=subprocess.DEVNULL,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        subprocess.run(["wineserver", "-w"], env=environment, check=False)
+    raise RuntimeError("Wine's folder could not be made")
 
 
 def StopWine(prefix):
