@@ -1,5 +1,6 @@
 #include "codecs/bmp/BMPDecoder.h"
 
+#include "codecs/TargetCheck.h"
 #include "codecs/bmp/Compression.h"
 #include "codecs/bmp/Rows.h"
 #include "codecs/bmp/RunLength.h"
@@ -12,12 +13,6 @@ namespace ET::Img {
 using Quorvex::Data::LockMode;
 
 namespace {
-
-// The file may have been replaced between the pass over the headers and this one.
-void CheckTarget(const ImageBase& target, const ImageInfo& info) {
-    if (target.ColorType != info.ColorType || target.GetWidth() != info.Width || target.GetHeight() != info.Height)
-        throw Quorvex::Exception();
-}
 
 // An offset beyond the end is no failure of the headers: no row can be read there.
 void SeekToPixels(Quorvex::Stream& stream, const NormalHeader& header) {

@@ -57,18 +57,6 @@ struct WideColor {
     }
 };
 
-Quorvex::Exception FactorFailure(std::uint32_t component, const char* allowed) {
-    return Quorvex::Exception(Quorvex::String("component ") + Quorvex::String(std::to_string(component).c_str()) +
-                              " sampling factors must be " + allowed);
-}
-
-/// Components from FIRST on, counted from 1, must have one sample for each MCU's block.
-void RequireFactorsOfOne(const Frame& frame, std::uint32_t first) {
-    for (std::uint32_t i = first; i <= frame.componentCount; ++i)
-        if (frame.At(i - 1).BlocksPerMcu() != 1)
-            throw FactorFailure(i, "1");
-}
-
 } // namespace
 
 void YCbCrForms::Reference(const std::int16_t* y, const std::int16_t* cb, const std::int16_t* cr, Pixel* pixels) {
@@ -162,7 +150,7 @@ struct ColorConversion::Routes {
     static Route YCbCrFor(const Frame& frame) {
         const Component& luminance = frame.At(0);
         if (luminance.horizontal > 2 || luminance.vertical > 2)
-            throw FactorFailure(1, "1 or 2");
+            throw Quorvex::Exception(FactorText(1, "1 or 2"));
         RequireFactorsOfOne(frame, 2);
         if (luminance.horizontal == 1)
             return luminance.vertical == 1 ? YCbCr<1, 1> : YCbCr<1, 2>;

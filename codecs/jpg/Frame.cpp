@@ -4,14 +4,11 @@
 
 #include <algorithm>
 #include <limits>
+#include <string>
 
 namespace ET::Img::Jpg {
 
 namespace {
-
-std::uint32_t DividedUp(std::uint32_t value, std::uint32_t by) {
-    return (value + by - 1) / by;
-}
 
 std::uint32_t RoundedUp(std::uint32_t value, std::uint32_t multiple) {
     return DividedUp(value, multiple) * multiple;
@@ -51,6 +48,17 @@ void CoefficientBlocks::Allocate(std::uint64_t blockCount) {
         throw std::bad_alloc();
     const auto address = reinterpret_cast<std::uintptr_t>(m_memory.get());
     m_first = reinterpret_cast<std::int16_t*>((address + alignment - 1) / alignment * alignment);
+}
+
+Quorvex::String FactorText(std::uint32_t component, const char* allowed) {
+    return Quorvex::String("component ") + Quorvex::String(std::to_string(component).c_str()) +
+           " sampling factors must be " + allowed;
+}
+
+void RequireFactorsOfOne(const Frame& frame, std::uint32_t first) {
+    for (std::uint32_t i = first; i <= frame.componentCount; ++i)
+        if (frame.At(i - 1).BlocksPerMcu() != 1)
+            throw Quorvex::Exception(FactorText(i, "1"));
 }
 
 ImageInfo Frame::GetImageInfo() const {

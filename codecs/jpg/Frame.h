@@ -4,6 +4,7 @@
 #include "codecs/jpg/HuffmanTable.h"
 #include "codecs/jpg/InverseDct.h"
 #include "data/StreamBuffer.h"
+#include "foundation/String.h"
 
 #include <cstdlib>
 #include <memory>
@@ -80,6 +81,16 @@ struct Tables {
 /// 16 bits, 617 for a class that is neither DC nor AC, 578 for more than 255 symbols.
 void ReadQuantisationTables(Quorvex::StreamBuffer& buffer, Tables& tables);
 void ReadHuffmanTables(Quorvex::StreamBuffer& buffer, Tables& tables);
+
+/// Raises Exception "component N sampling factors must be 1" for the first component from FIRST on, counted from 1,
+/// that has more than one block per MCU, or more than one sample where there are no blocks.
+void RequireFactorsOfOne(const Frame& frame, std::uint32_t first);
+/// "component N sampling factors must be " and what is allowed.
+Quorvex::String FactorText(std::uint32_t component, const char* allowed);
+
+inline std::uint32_t DividedUp(std::uint64_t value, std::uint32_t by) {
+    return static_cast<std::uint32_t>((value + by - 1) / by);
+}
 
 /// A number of 16 bits, the high byte first.
 std::uint32_t ReadWord(Quorvex::StreamBuffer& buffer);

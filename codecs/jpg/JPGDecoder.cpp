@@ -1,5 +1,6 @@
 #include "codecs/jpg/JPGDecoder.h"
 
+#include "codecs/TargetCheck.h"
 #include "codecs/jpg/Markers.h"
 #include "codecs/tif/TiffDirectory.h"
 #include "foundation/Exception.h"
@@ -12,13 +13,6 @@ namespace ET::Img {
 using namespace Jpg;
 
 namespace {
-
-// The file may have been replaced between the pass over the headers and this one.
-void CheckTarget(const ImageBase& target, const ImageInfo& info) {
-    if (target.ColorType != info.ColorType || target.GetWidth() != info.Width || target.GetHeight() != info.Height ||
-        target.AllocatedWidth < info.AllocatedWidth || target.AllocatedHeight < info.AllocatedHeight)
-        throw Quorvex::Exception();
-}
 
 /// What no scan reaches is grey.
 void ClearToGrey(ImageBase& target) {

@@ -11,10 +11,6 @@ namespace {
 
 constexpr std::uint8_t firstRestart = 0xD0;
 
-std::uint32_t DividedUp(std::uint64_t value, std::uint32_t by) {
-    return static_cast<std::uint32_t>((value + by - 1) / by);
-}
-
 bool IsRestart(std::uint8_t marker) {
     return (marker & 0xF8) == firstRestart;
 }

@@ -190,9 +190,9 @@ TEST(JpgColor, YcckTakesTheColoursFromBlack) {
         const double y = conversion.At(0, i), cb = conversion.At(1, i) - 128, cr = conversion.At(2, i) - 128;
         const double black = conversion.At(3, i);
         const auto uninked = [&](double colour) { return Limited(black - colour * black / 255); };
-        EXPECT_NEAR(pixels[i].blue, uninked(y + std::trunc(1.772 * cb)), 1e-9);
-        EXPECT_NEAR(pixels[i].green, uninked(y + std::trunc(-0.344136 * cb - 0.714136 * cr)), 1e-9);
-        EXPECT_NEAR(pixels[i].red, uninked(y + std::trunc(1.402 * cr)), 1e-9);
+        EXPECT_EQ(pixels[i].blue, uninked(y + std::trunc(1.772 * cb)));
+        EXPECT_EQ(pixels[i].green, uninked(y + std::trunc(-0.344136 * cb - 0.714136 * cr)));
+        EXPECT_EQ(pixels[i].red, uninked(y + std::trunc(1.402 * cr)));
     }
 }
 

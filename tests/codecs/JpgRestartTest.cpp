@@ -164,6 +164,15 @@ TEST(JpgRestart, FillBytesBeforeAMarkerAreNoDamage) {
     EXPECT_FALSE(decoded.isIncomplete);
 }
 
+TEST(JpgRestart, AFileOf420DecodesIdenticallyWithOneAndWithEightWorkers) {
+    if (!HasJpgLibrary())
+        GTEST_SKIP() << "this build has no libjpeg to encode with";
+    const Bytes file = EncodeJpg({.width = 203, .height = 117, .horizontal = 2, .vertical = 2, .restartInterval = 3});
+    const JpgLoad alone(file, 1), shared(file, 8);
+    EXPECT_FALSE(shared.decoder.IsIncomplete());
+    EXPECT_EQ(shared.Samples<std::uint8_t>(), alone.Samples<std::uint8_t>());
+}
+
 TEST(JpgRestart, DamagedPicturesDoNotDependOnTheNumberOfWorkers) {
     if (!HasJpgLibrary())
         GTEST_SKIP() << "this build has no libjpeg to encode with";
