@@ -1,5 +1,6 @@
 #include "codecs/jpg/ColorConversion.h"
 
+#include "codecs/RangeTable.h"
 #include "foundation/Exception.h"
 
 #include <algorithm>
@@ -7,18 +8,6 @@
 namespace ET::Img::Jpg {
 
 namespace {
-
-/// Sums of a sample and its differences in colour count modulo 512: up to 383 what is above 255 is 255, and the rest,
-/// which stands for numbers below 0, is 0.
-std::uint8_t Ranged(std::int32_t value) {
-    static const std::array<std::uint8_t, 512> table = [] {
-        std::array<std::uint8_t, 512> made{};
-        for (std::size_t i = 0; i < 512; ++i)
-            made[i] = static_cast<std::uint8_t>(i < 256 ? i : i < 384 ? 255 : 0);
-        return made;
-    }();
-    return table[static_cast<std::uint32_t>(value) & 511];
-}
 
 std::uint8_t LevelShifted(std::int16_t sample) {
     return static_cast<std::uint8_t>(std::clamp(sample + 128, 0, 255));
@@ -96,6 +85,15 @@ struct ColorConversion::Routes {
         });
     }
 
+    /// The inks of a file that embeds this one, or its colours and its alpha: as they are, in the order of the target's
+    /// channels red, green, blue and alpha.
+    static void Separate(const Blocks& blocks, Pixel* pixels, std::size_t stride) {
+        ForEachPixel(pixels, stride, [&](std::size_t i) {
+            return Pixel{LevelShifted(blocks[2][i]), LevelShifted(blocks[1][i]), LevelShifted(blocks[0][i]),
+                         LevelShifted(blocks[3][i])};
+        });
+    }
+
     /// Chrominance is replicated for the luminance that it covers.
     template <std::uint32_t horizontal, std::uint32_t vertical>
     static void YCbCr(const Blocks& blocks, Pixel* pixels, std::size_t stride) {
@@ -160,8 +158,12 @@ struct ColorConversion::Routes {
 
 ColorConversion::ColorConversion(const Frame& frame, const ColorHints& hints) {
     const bool isRgb = frame.componentCount == 3 && hints.photometric == 2;
+    const bool isSeparate = frame.componentCount == 4 && (hints.photometric == 2 || hints.photometric == 5);
     if (frame.componentCount == 1) {
         m_convert = Routes::Grey;
+    } else if (isSeparate) {
+        RequireFactorsOfOne(frame, 1);
+        m_convert = Routes::Separate;
     } else if (isRgb || (frame.componentCount == 4 && hints.adobe != ColorHints::Adobe::Unknown)) {
         RequireFactorsOfOne(frame, 1);
         m_convert = isRgb ? Routes::Rgb : hints.adobe == ColorHints::Adobe::Cmyk ? Routes::Cmyk : Routes::Ycck;

@@ -11,7 +11,9 @@ using Pixel = Quorvex::Data::ColorBGRA<std::uint8_t>;
 struct ColorHints {
     enum class Adobe { Unknown, Cmyk, Ycck };
     Adobe adobe = Adobe::Unknown;
-    std::uint16_t photometric = 0; ///< 2: three components are red, green and blue.
+    /// 2: three components are red, green and blue. 2 and 5: four components go to the channels as they are, whatever
+    /// Adobe says.
+    std::uint16_t photometric = 0;
 };
 
 /// Pixels out of the samples of an MCU: samples are around 0, and the blocks of a component lie row by row.

@@ -16,7 +16,8 @@ public:
     /// As the Exif tag numbers it; known after the headers were read.
     std::uint16_t GetOrientation() const { return m_orientation; }
 
-    /// What a file that embeds this one says about it: 2 for red, green and blue, and MCUs per restart interval.
+    /// What a file that embeds this one says about it: 2 for red, green and blue, 5 for four inks, and MCUs per restart
+    /// interval.
     void SetPhotometric(std::uint16_t photometric) { m_hints.photometric = photometric; }
     void SetRestartInterval(std::uint16_t restartInterval) { m_restartInterval = restartInterval; }
     /// Threads for scans with restart intervals and for the last stage; 0: one for each processor.

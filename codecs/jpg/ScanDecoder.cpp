@@ -1,7 +1,7 @@
 #include "codecs/jpg/ScanDecoder.h"
 
+#include "codecs/SharedWork.h"
 #include "codecs/jpg/LosslessDecoder.h"
-#include "codecs/jpg/SharedWork.h"
 #include "foundation/Exception.h"
 #include "foundation/platform/Processors.h"
 

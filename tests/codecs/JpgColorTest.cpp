@@ -183,6 +183,18 @@ TEST(JpgColor, CmykMultipliesByBlack) {
     }
 }
 
+TEST(JpgColor, FourComponentsOfAFileThatEmbedsThemStayApart) {
+    const Conversion conversion(4);
+    for (const std::uint16_t photometric : {std::uint16_t{2}, std::uint16_t{5}}) {
+        const std::vector<Pixel> pixels =
+            conversion.Convert({.adobe = ColorHints::Adobe::Ycck, .photometric = photometric}, 8);
+        for (std::size_t i = 0; i < blockSize; ++i) {
+            const auto sample = [&](std::size_t c) { return static_cast<std::uint8_t>(conversion.At(c, i)); };
+            EXPECT_EQ(pixels[i], (Pixel{sample(2), sample(1), sample(0), sample(3)}));
+        }
+    }
+}
+
 TEST(JpgColor, YcckTakesTheColoursFromBlack) {
     const Conversion conversion(4);
     const std::vector<Pixel> pixels = conversion.Convert({.adobe = ColorHints::Adobe::Ycck}, 8);

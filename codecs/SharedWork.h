@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-namespace ET::Img::Jpg {
+namespace ET::Img {
 
 /// Calls work() on that many threads at once, of which this is one, and returns when all have ended. Raises what the
 /// work raised, and Exception without text, after a report, where a thread cannot be started.
@@ -39,4 +39,4 @@ void ShareWork(std::uint32_t threadCount, const Work& work) {
         std::rethrow_exception(failure);
 }
 
-} // namespace ET::Img::Jpg
+} // namespace ET::Img
