@@ -1,12 +1,14 @@
 #include "codecs/CodecFactory.h"
 
 #include "codecs/bmp/BMPDecoder.h"
+#include "codecs/gif/GIFDecoder.h"
 #include "codecs/jpg/JPGDecoder.h"
 
 namespace ET::Img {
 
 CodecRegistry& GetCodecRegistry() {
     static CodecRegistry registry{SharedPtr<BMPDecoderFactory>(new BMPDecoderFactory()),
+                                  SharedPtr<GIFDecoderFactory>(new GIFDecoderFactory()),
                                   SharedPtr<JPGDecoderFactory>(new JPGDecoderFactory())};
     return registry;
 }

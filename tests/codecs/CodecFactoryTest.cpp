@@ -1,5 +1,6 @@
 #include "codecs/CodecFactory.h"
 #include "codecs/bmp/BMPDecoder.h"
+#include "codecs/gif/GIFDecoder.h"
 #include "codecs/jpg/JPGDecoder.h"
 #include "foundation/Locale.h"
 
@@ -54,10 +55,11 @@ TEST(Pattern, TakesNamesBeyondOneByte) {
 
 TEST(CodecRegistry, HoldsTheFactoriesInTheOrderOfTheirPriority) {
     const CodecRegistry& registry = GetCodecRegistry();
-    ASSERT_GE(registry.size(), 2u);
+    ASSERT_GE(registry.size(), 3u);
     EXPECT_EQ(&registry, &GetCodecRegistry());
     EXPECT_TRUE(registry[0].DynamicCast<BMPDecoderFactory>());
-    EXPECT_TRUE(registry[1].DynamicCast<JPGDecoderFactory>());
+    EXPECT_TRUE(registry[1].DynamicCast<GIFDecoderFactory>());
+    EXPECT_TRUE(registry[2].DynamicCast<JPGDecoderFactory>());
 }
 
 void ExpectTexts(const CodecFactory& factory, const char16_t* pattern, const char16_t* german,
@@ -74,6 +76,7 @@ TEST(CodecRegistry, FactoriesHaveTheirPatternsAndTexts) {
     ExpectTexts(BMPDecoderFactory(), u"*.bmp;*.dib;*.rl4;*.rl8;*.rle;*.vga",
                 u"BMP-Dateien (*.bmp;*.dib;*.rl4;*.rl8;*.rle;*.vga)",
                 u"BMP files (*.bmp;*.dib;*.rl4;*.rl8;*.rle;*.vga)");
+    ExpectTexts(GIFDecoderFactory(), u"*.gif", u"GIF-Dateien (*.gif)", u"GIF files (*.gif)");
     ExpectTexts(JPGDecoderFactory(), u"*.jpg;*.jff;*.jfi;*.jfif;*.jif;*.jpe;*.jpeg;*.jps;*.thm",
                 u"JPG-Dateien (*.jpg;*.jff;*.jfi;*.jfif;*.jif;*.jpe;*.jpeg;*.jps;*.thm)",
                 u"JPG files (*.jpg;*.jff;*.jfi;*.jfif;*.jif;*.jpe;*.jpeg;*.jps;*.thm)");
