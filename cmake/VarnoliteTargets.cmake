@@ -144,8 +144,8 @@ macro(varnolite_tests)
     varnolite_reference_pictures()
 endmacro()
 
-# The expected pictures of the shared files are PNGs, and JPEG files are made and compared by libjpeg: where the system
-# has neither, those tests skip.
+# The expected pictures of the shared files are PNGs; JPEG, GIF and TIFF files are made and compared by the libraries of
+# their formats. Tests for which the system has none skip or are left out.
 function(varnolite_reference_pictures)
     if(TARGET codecs_tests AND NOT CMAKE_CROSSCOMPILING)
         find_package(PNG)
@@ -157,6 +157,16 @@ function(varnolite_reference_pictures)
         if(JPEG_FOUND)
             target_link_libraries(codecs_tests PRIVATE JPEG::JPEG)
             target_compile_definitions(codecs_tests PRIVATE VARNOLITE_HAS_JPEG)
+        endif()
+        find_package(GIF)
+        if(GIF_FOUND)
+            target_link_libraries(codecs_tests PRIVATE GIF::GIF)
+            target_compile_definitions(codecs_tests PRIVATE VARNOLITE_HAS_GIF)
+        endif()
+        find_package(TIFF)
+        if(TIFF_FOUND)
+            target_link_libraries(codecs_tests PRIVATE TIFF::TIFF)
+            target_compile_definitions(codecs_tests PRIVATE VARNOLITE_HAS_TIFF)
         endif()
     endif()
 endfunction()

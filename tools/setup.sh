@@ -8,10 +8,11 @@ packagesOfShow=(fontconfig fonts-liberation)
 packagesOfDesktop=(xvfb python3 libx11-6 libxtst6)
 packagesOfWindowsBuild=(cmake ninja-build ccache g++-mingw-w64-x86-64-posix)
 packagesOfWine=(wine wine64 fonts-liberation)
-packagesOfQuickTest=(libgtest-dev libgmock-dev googletest libpng-dev libjpeg62-turbo-dev python3)
+packagesOfQuickTest=(libgtest-dev libgmock-dev googletest libpng-dev libjpeg62-turbo-dev libgif-dev
+    libtiff-dev python3)
 packagesOfTest=(git clang libclang-rt-14-dev clang-format clang-tidy g++-mingw-w64-i686-posix)
 # The peers of the benchmarks.
-packagesOfBench=(libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libpixman-1-dev libjpeg62-turbo-dev pkgconf python3-pil gpicview xvfb)
+packagesOfBench=(libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libpixman-1-dev libjpeg62-turbo-dev libgif-dev pkgconf python3-pil gpicview xvfb)
 
 isInstalled() {
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
