@@ -5,6 +5,7 @@
 #include "codecs/tif/TiffDirectory.h"
 #include "foundation/Exception.h"
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 
@@ -20,16 +21,55 @@ void ClearToGrey(ImageBase& target) {
     target.clear(isWide ? 0x8000 : 0x80);
 }
 
+// A file may claim any frame and repeat its scans, so that a few bytes could ask for gigabytes and minutes. Two bounds
+// keep what is spent in proportion to the file and to the picture in it.
+
+// No complete picture has more than 512 pixels per byte: each block of 64 takes at least a bit. Of a frame that is
+// eight times as large not an eighth can be there; it is refused, unless it is small enough to be no burden (256 MB of
+// 8-bit pixels).
+constexpr std::uint64_t largestPixelsPerByte = 8 * 512;
+constexpr std::uint64_t largestBurden = std::uint64_t{1} << 26;
+
+// Scans go over a block again and again: ten times in the usual progressive files, once for each bit of each
+// coefficient at worst. They may do so 32 times on average, and for each byte of the file over 128 blocks more, as the
+// end of a band can be told for thousands of blocks in two bytes.
+constexpr std::uint64_t passesPerBlock = 32;
+constexpr std::uint64_t blocksPerByte = 128;
+
+/// Blocks of all components, or samples where there are no blocks.
+std::uint64_t BlockCount(const Frame& frame) {
+    std::uint64_t perMcu = 0;
+    for (std::uint32_t place = 0; place < frame.componentCount; ++place)
+        perMcu += frame.At(place).BlocksPerMcu();
+    return perMcu * frame.mcuColumns * frame.mcuRows;
+}
+
+/// What a scan goes over of them.
+std::uint64_t BlockCount(const Frame& frame, const ScanHeader& header) {
+    std::uint64_t perMcu = 0;
+    for (std::uint32_t i = 0; i < header.componentCount; ++i)
+        perMcu += frame.Of(header.identifiers[i]).BlocksPerMcu();
+    return (header.componentCount == 1 ? 1 : perMcu) * ScanGeometry(frame, header).McuCount();
+}
+
 void SkipSegment(Quorvex::StreamBuffer& buffer) {
     buffer.Seek(ReadSegmentEnd(buffer));
 }
 
 } // namespace
 
-SharedPtr<ImageBase> JPGDecoderImpl::Load(const SharedPtr<ImageBase>& target, std::uint32_t) {
+/// Nothing that an earlier pass has read may show in this one.
+void JPGDecoderImpl::Reset() {
     m_frame = Frame();
+    m_tables = Tables();
+    m_hints.adobe = ColorHints::Adobe::Unknown;
+    m_restartInterval = m_outerRestartInterval;
     m_hasScan = m_keepsCoefficients = false;
     m_orientation = 1;
+}
+
+SharedPtr<ImageBase> JPGDecoderImpl::Load(const SharedPtr<ImageBase>& target, std::uint32_t) {
+    Reset();
     m_stream->seek(0);
     if (m_stream->size() > std::numeric_limits<std::uint32_t>::max())
         throw Quorvex::Exception();
@@ -123,9 +163,27 @@ JPGDecoderImpl::Next JPGDecoderImpl::ReadFrameHeader(Quorvex::StreamBuffer& buff
     Info = m_frame.GetImageInfo();
     if (!target)
         return Next::EndOfHeaders;
+    AdmitFrame(buffer.GetSize());
     CheckTarget(*target, Info);
     ClearToGrey(*target);
     return Next::Continue;
+}
+
+/// Raises Exception for a frame that the file cannot fill.
+void JPGDecoderImpl::AdmitFrame(std::uint32_t fileBytes) {
+    const std::uint64_t pixels = std::uint64_t(m_frame.width) * m_frame.height;
+    if (pixels > std::max(largestBurden, largestPixelsPerByte * fileBytes))
+        throw Quorvex::Exception();
+    m_blocksLeft = passesPerBlock * BlockCount(m_frame) + blocksPerByte * fileBytes;
+}
+
+/// Whether the scans up to this one go over more blocks than such a file may.
+bool JPGDecoderImpl::TakesTooLong(const ScanHeader& header) {
+    const std::uint64_t blocks = BlockCount(m_frame, header);
+    if (blocks > m_blocksLeft)
+        return true;
+    m_blocksLeft -= blocks;
+    return false;
 }
 
 ScanContext JPGDecoderImpl::ContextFor(ImageBase& target) {
@@ -136,6 +194,10 @@ JPGDecoderImpl::Next JPGDecoderImpl::ReadScan(Quorvex::StreamBuffer& buffer, con
     if (!target || !m_frame.IsRead())
         throw Quorvex::Exception("Missing Start Of Frame!");
     const ScanHeader header = ReadScanHeader(buffer, m_frame);
+    if (TakesTooLong(header)) {
+        *Incomplete = true;
+        return Next::EndOfFile;
+    }
     const ScanResult result = DecodeScan(ContextFor(*target), header, buffer);
     m_hasScan = true;
     m_keepsCoefficients = !IsSingleScan(m_frame, header);

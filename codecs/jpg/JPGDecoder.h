@@ -19,7 +19,7 @@ public:
     /// What a file that embeds this one says about it: 2 for red, green and blue, 5 for four inks, and MCUs per restart
     /// interval.
     void SetPhotometric(std::uint16_t photometric) { m_hints.photometric = photometric; }
-    void SetRestartInterval(std::uint16_t restartInterval) { m_restartInterval = restartInterval; }
+    void SetRestartInterval(std::uint16_t restartInterval) { m_outerRestartInterval = restartInterval; }
     /// Threads for scans with restart intervals and for the last stage; 0: one for each processor.
     void SetWorkerCount(std::uint32_t workerCount) { m_workerCount = workerCount; }
 
@@ -27,8 +27,11 @@ private:
     /// What a marker's segment means for the walk through the file.
     enum class Next { Continue, EndOfHeaders, EndOfFile };
 
+    void Reset();
     Next ReadMarker(Quorvex::StreamBuffer& buffer, const SharedPtr<ImageBase>& target);
     Next ReadFrameHeader(Quorvex::StreamBuffer& buffer, Jpg::FrameKind kind, const SharedPtr<ImageBase>& target);
+    void AdmitFrame(std::uint32_t fileBytes);
+    bool TakesTooLong(const Jpg::ScanHeader& header);
     Next ReadScan(Quorvex::StreamBuffer& buffer, const SharedPtr<ImageBase>& target);
     void ReadExif(Quorvex::StreamBuffer& buffer);
     void ReadAdobe(Quorvex::StreamBuffer& buffer);
@@ -39,6 +42,8 @@ private:
     Jpg::Frame m_frame;
     Jpg::Tables m_tables;
     Jpg::ColorHints m_hints;
+    std::uint64_t m_blocksLeft = 0; ///< That scans may still go over.
+    std::uint16_t m_outerRestartInterval = 0;
     std::uint16_t m_restartInterval = 0;
     std::uint16_t m_orientation = 1;
     std::uint32_t m_workerCount = 0;

@@ -43,6 +43,9 @@ std::uint32_t Numbers::DoubleWord(std::uint64_t offset) const {
 }
 
 std::optional<std::uint32_t> FindNumber(const Numbers& numbers, std::uint32_t directory, std::uint16_t tag) {
+    // The offset 0 stands for no directory.
+    if (directory == 0)
+        return std::nullopt;
     const std::uint32_t count = numbers.Word(directory);
     for (std::uint32_t i = 0; i < count; ++i) {
         const std::uint64_t entry = std::uint64_t(directory) + 2 + std::uint64_t(i) * entryBytes;

@@ -20,36 +20,12 @@ protected:
     }
 };
 
-/// How decoding ends: what was raised, or all that was decoded.
-struct Outcome {
-    explicit Outcome(const Bytes& file, std::uint32_t workerCount = 1) {
-        try {
-            const JpgLoad load(file, workerCount);
-            isIncomplete = load.decoder.IsIncomplete();
-            isWide = load.info.ColorType == Quorvex::Data::ColorTypeEnum::BGRAUInt16;
-            if (isWide)
-                wideSamples = load.Samples<std::uint16_t>();
-            else
-                samples = load.Samples<std::uint8_t>();
-        } catch (const Quorvex::Exception& raised) {
-            failure = raised.GetMessageText().IsEmpty() ? "no text" : raised.what();
-        }
-    }
-    bool operator==(const Outcome&) const = default;
-
-    std::string failure;
-    bool isIncomplete = false;
-    bool isWide = false;
-    Bytes samples;
-    std::vector<std::uint16_t> wideSamples;
-};
-
 TEST_F(JpgCorpus, EveryFileEndsTheSameWayWithAnyNumberOfWorkers) {
     for (const Corpus::File& file : Corpus::Files("jpeg")) {
         const Bytes bytes = Corpus::Content(file.path);
-        const Outcome alone(bytes);
-        EXPECT_TRUE(Outcome(bytes, 2) == alone) << file.path;
-        EXPECT_TRUE(Outcome(bytes, 8) == alone) << file.path;
+        const JpgOutcome alone(bytes);
+        EXPECT_TRUE(JpgOutcome(bytes, 2) == alone) << file.path;
+        EXPECT_TRUE(JpgOutcome(bytes, 8) == alone) << file.path;
     }
 }
 
@@ -91,7 +67,7 @@ const std::map<std::string, std::string>& Peculiar() {
 
 /// How a good file compares with libjpeg: empty where it agrees or cannot be compared.
 std::string Difference(const Bytes& bytes) {
-    const Outcome had(bytes);
+    const JpgOutcome had(bytes);
     if (!had.failure.empty())
         return had.failure;
     if (had.isIncomplete)

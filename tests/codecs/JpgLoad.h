@@ -40,6 +40,30 @@ struct JpgLoad {
     Quorvex::SharedPtr<Quorvex::Data::ImageBase> image;
 };
 
+/// How a load ends: with what was raised, or with all that was decoded.
+struct JpgOutcome {
+    explicit JpgOutcome(const JpgLoad::Bytes& file, std::uint32_t workerCount = 1) {
+        try {
+            const JpgLoad load(file, workerCount);
+            isIncomplete = load.decoder.IsIncomplete();
+            isWide = load.info.ColorType == Quorvex::Data::ColorTypeEnum::BGRAUInt16;
+            if (isWide)
+                wideSamples = load.Samples<std::uint16_t>();
+            else
+                samples = load.Samples<std::uint8_t>();
+        } catch (const Quorvex::Exception& raised) {
+            failure = raised.GetMessageText().IsEmpty() ? "no text" : raised.what();
+        }
+    }
+    bool operator==(const JpgOutcome&) const = default;
+
+    std::string failure;
+    bool isIncomplete = false;
+    bool isWide = false;
+    JpgLoad::Bytes samples;
+    std::vector<std::uint16_t> wideSamples;
+};
+
 /// The message with which loading the file fails; "no exception" if it does not.
 inline std::string JpgFailure(const JpgLoad::Bytes& file) {
     try {

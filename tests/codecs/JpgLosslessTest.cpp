@@ -54,21 +54,17 @@ private:
         Bytes identifiers;
         for (unsigned i = first; i < last; ++i)
             identifiers.push_back(static_cast<std::uint8_t>(i + 1));
-        data.clear();
         unsigned restart = 0;
         for (unsigned y = 0; y < recipe.height; ++y) {
-            if (recipe.restartRows != 0 && y != 0 && y % recipe.restartRows == 0) {
-                Flush();
-                data.insert(data.end(), {0xFF, static_cast<std::uint8_t>(0xD0 + restart++ % 8)});
-            }
+            if (recipe.restartRows != 0 && y != 0 && y % recipe.restartRows == 0)
+                writer.PutRestart(restart++);
             for (unsigned x = 0; x < recipe.width; ++x)
                 for (unsigned i = first; i < last; ++i)
                     Put(Sample(i, x, y) - Prediction(i, x, y));
         }
-        Flush();
         return ScanHeader(identifiers, static_cast<std::uint8_t>(recipe.predictor), 0,
                           static_cast<std::uint8_t>(recipe.pointTransform)) +
-               data;
+               writer.Take();
     }
 
     int Sample(unsigned plane, unsigned x, unsigned y) const {
@@ -92,37 +88,14 @@ private:
         difference = static_cast<std::int16_t>(difference);
         if (difference == -32768)
             difference = 32768;
-        unsigned size = 0;
-        while (difference != 32768 && 1 << size <= std::abs(difference))
-            ++size;
-        if (difference == 32768)
-            return PutBits(16, 8);
-        PutBits(size, 8);
-        PutBits(static_cast<std::uint32_t>(difference > 0 ? difference : difference + (1 << size) - 1), size);
-    }
-
-    void PutBits(std::uint32_t value, unsigned count) {
-        while (count-- != 0) {
-            byte = byte << 1 | (value >> count & 1);
-            if (++bits != 8)
-                continue;
-            data.push_back(static_cast<std::uint8_t>(byte));
-            if (data.back() == 0xFF)
-                data.push_back(0);
-            byte = bits = 0;
-        }
-    }
-
-    void Flush() {
-        while (bits != 0)
-            PutBits(1, 1);
+        writer.Put(JpgBitWriter::SizeOf(difference), 8);
+        if (difference != 32768)
+            writer.PutNumber(difference);
     }
 
     LosslessRecipe recipe;
     const std::vector<Plane>& planes;
-    Bytes data;
-    std::uint32_t byte = 0;
-    unsigned bits = 0;
+    JpgBitWriter writer;
 };
 
 std::vector<Plane> RandomPlanes(const LosslessRecipe& recipe) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/codecs/JpgBitWriter.h"
+
 #include <cstdint>
 #include <initializer_list>
 #include <vector>
@@ -56,6 +58,14 @@ inline Bytes FourBitCodes(std::uint8_t tableClassAndSelector) {
     return Segment(0xC4, content);
 }
 
+/// The most symbols that a table can have, 0 to 254, all with codes of eight bits that equal them.
+inline Bytes EightBitCodes(std::uint8_t tableClassAndSelector) {
+    Bytes content{tableClassAndSelector, 0, 0, 0, 0, 0, 0, 0, 255, 0, 0, 0, 0, 0, 0, 0, 0};
+    for (std::uint8_t symbol = 0; symbol < 255; ++symbol)
+        content.push_back(symbol);
+    return Segment(0xC4, content);
+}
+
 inline Bytes RestartInterval(std::uint16_t mcus) {
     return Segment(0xDD, {static_cast<std::uint8_t>(mcus >> 8), static_cast<std::uint8_t>(mcus)});
 }
@@ -67,6 +77,18 @@ inline Bytes ScanHeader(const Bytes& identifiers, std::uint8_t first = 0, std::u
     for (const std::uint8_t identifier : identifiers)
         content = content + Bytes{identifier, 0};
     return Segment(0xDA, content + Bytes{first, last, bits});
+}
+
+/// Blocks of one coefficient, for a file with the codes and the quantisation above: each is flat, and differs from the
+/// one before by the eighth of a number.
+inline Bytes FlatBlocks(const std::vector<int>& differences) {
+    JpgBitWriter writer;
+    for (const int difference : differences) {
+        writer.Put(JpgBitWriter::SizeOf(difference), 4);
+        writer.PutNumber(difference);
+        writer.Put(0, 4);
+    }
+    return writer.Take();
 }
 
 /// A baseline frame of grey blocks without any coefficient, and its scan up to the entropy-coded data.
