@@ -25,6 +25,19 @@ function(varnolite_library layer)
     target_link_libraries(${layer} PUBLIC varnolite_options ${ARGN})
 endfunction()
 
+# libpng, which reads PNG files. Debian has it for itself alone; for Windows it is built from Debian's sources, and zlib
+# is named in its static form, since the program is one file.
+macro(varnolite_find_png)
+    if(WIN32)
+        execute_process(COMMAND ${CMAKE_SOURCE_DIR}/tools/windows_libpng.sh ${CMAKE_SYSTEM_PROCESSOR}
+            COMMAND_ERROR_IS_FATAL ANY)
+        list(APPEND CMAKE_FIND_ROOT_PATH ${CMAKE_SOURCE_DIR}/build/libpng/${CMAKE_SYSTEM_PROCESSOR})
+        find_library(ZLIB_LIBRARY libz.a REQUIRED)
+    endif()
+    find_package(PNG REQUIRED)
+    target_link_libraries(codecs PRIVATE PNG::PNG)
+endmacro()
+
 # System libraries, each attached to the layer whose seam calls it.
 function(varnolite_platform_libraries)
     if(WIN32)
@@ -144,15 +157,14 @@ macro(varnolite_tests)
     varnolite_reference_pictures()
 endmacro()
 
-# The expected pictures of the shared files are PNGs; JPEG, GIF and TIFF files are made and compared by the libraries of
-# their formats. Tests for which the system has none skip or are left out.
+# The expected pictures of the shared files are PNGs, which libpng's own simplified interface reads. JPEG, GIF and TIFF
+# files are made and compared by the libraries of their formats: tests for which the system has none skip or are left
+# out.
 function(varnolite_reference_pictures)
+    if(TARGET codecs_tests)
+        target_link_libraries(codecs_tests PRIVATE PNG::PNG)
+    endif()
     if(TARGET codecs_tests AND NOT CMAKE_CROSSCOMPILING)
-        find_package(PNG)
-        if(PNG_FOUND)
-            target_link_libraries(codecs_tests PRIVATE PNG::PNG)
-            target_compile_definitions(codecs_tests PRIVATE VARNOLITE_HAS_PNG)
-        endif()
         find_package(JPEG)
         if(JPEG_FOUND)
             target_link_libraries(codecs_tests PRIVATE JPEG::JPEG)

@@ -3,13 +3,14 @@
 #include "codecs/bmp/BMPDecoder.h"
 #include "codecs/gif/GIFDecoder.h"
 #include "codecs/jpg/JPGDecoder.h"
+#include "codecs/png/PNGDecoder.h"
 
 namespace ET::Img {
 
 CodecRegistry& GetCodecRegistry() {
-    static CodecRegistry registry{SharedPtr<BMPDecoderFactory>(new BMPDecoderFactory()),
-                                  SharedPtr<GIFDecoderFactory>(new GIFDecoderFactory()),
-                                  SharedPtr<JPGDecoderFactory>(new JPGDecoderFactory())};
+    static CodecRegistry registry{
+        SharedPtr<BMPDecoderFactory>(new BMPDecoderFactory()), SharedPtr<GIFDecoderFactory>(new GIFDecoderFactory()),
+        SharedPtr<JPGDecoderFactory>(new JPGDecoderFactory()), SharedPtr<PNGDecoderFactory>(new PNGDecoderFactory())};
     return registry;
 }
 

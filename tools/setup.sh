@@ -1,15 +1,16 @@
 # Sourced by run and test: names the Debian packages that each job needs and installs those that are missing.
 
 packagesOfBuild=(g++ cmake ninja-build ccache
-    libx11-dev libxext-dev libxrandr-dev libxrender-dev libfreetype-dev libfontconfig-dev)
+    libx11-dev libxext-dev libxrandr-dev libxrender-dev libfreetype-dev libfontconfig-dev
+    libpng-dev)
 # The interface text asks fontconfig for Arial; Liberation Sans has the same widths.
 packagesOfShow=(fontconfig fonts-liberation)
 # A display in memory, and what drives it: Python's standard library on top of Xlib and XTEST.
 packagesOfDesktop=(xvfb python3 libx11-6 libxtst6)
-packagesOfWindowsBuild=(cmake ninja-build ccache g++-mingw-w64-x86-64-posix)
+# The last two are for libpng, which is built from its source package.
+packagesOfWindowsBuild=(cmake ninja-build ccache g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev)
 packagesOfWine=(wine wine64 fonts-liberation)
-packagesOfQuickTest=(libgtest-dev libgmock-dev googletest libpng-dev libjpeg62-turbo-dev libgif-dev
-    libtiff-dev python3)
+packagesOfQuickTest=(libgtest-dev libgmock-dev googletest libjpeg62-turbo-dev libgif-dev libtiff-dev python3)
 packagesOfTest=(git clang libclang-rt-14-dev clang-format clang-tidy g++-mingw-w64-i686-posix)
 # The peers of the benchmarks.
 packagesOfBench=(libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libpixman-1-dev libjpeg62-turbo-dev libgif-dev pkgconf python3-pil gpicview xvfb)

@@ -2,6 +2,7 @@
 #include "codecs/bmp/BMPDecoder.h"
 #include "codecs/gif/GIFDecoder.h"
 #include "codecs/jpg/JPGDecoder.h"
+#include "codecs/png/PNGDecoder.h"
 #include "foundation/Locale.h"
 
 #include <gtest/gtest.h>
@@ -55,11 +56,12 @@ TEST(Pattern, TakesNamesBeyondOneByte) {
 
 TEST(CodecRegistry, HoldsTheFactoriesInTheOrderOfTheirPriority) {
     const CodecRegistry& registry = GetCodecRegistry();
-    ASSERT_GE(registry.size(), 3u);
+    ASSERT_GE(registry.size(), 4u);
     EXPECT_EQ(&registry, &GetCodecRegistry());
     EXPECT_TRUE(registry[0].DynamicCast<BMPDecoderFactory>());
     EXPECT_TRUE(registry[1].DynamicCast<GIFDecoderFactory>());
     EXPECT_TRUE(registry[2].DynamicCast<JPGDecoderFactory>());
+    EXPECT_TRUE(registry[3].DynamicCast<PNGDecoderFactory>());
 }
 
 void ExpectTexts(const CodecFactory& factory, const char16_t* pattern, const char16_t* german,
@@ -80,6 +82,7 @@ TEST(CodecRegistry, FactoriesHaveTheirPatternsAndTexts) {
     ExpectTexts(JPGDecoderFactory(), u"*.jpg;*.jff;*.jfi;*.jfif;*.jif;*.jpe;*.jpeg;*.jps;*.thm",
                 u"JPG-Dateien (*.jpg;*.jff;*.jfi;*.jfif;*.jif;*.jpe;*.jpeg;*.jps;*.thm)",
                 u"JPG files (*.jpg;*.jff;*.jfi;*.jfif;*.jif;*.jpe;*.jpeg;*.jps;*.thm)");
+    ExpectTexts(PNGDecoderFactory(), u"*.png", u"PNG-Dateien (*.png)", u"PNG files (*.png)");
 }
 
 TEST(BMPDecoderFactory, MatchesAllItsExtensions) {

@@ -1,12 +1,6 @@
 #include "tests/codecs/ReferencePicture.h"
 
-#ifdef VARNOLITE_HAS_PNG
-
 #include <png.h>
-
-bool CanReadReferencePictures() {
-    return true;
-}
 
 std::optional<ReferencePicture> ReadReferencePicture(const std::filesystem::path& path) {
     png_image image{};
@@ -19,15 +13,3 @@ std::optional<ReferencePicture> ReadReferencePicture(const std::filesystem::path
         return {};
     return picture;
 }
-
-#else
-
-bool CanReadReferencePictures() {
-    return false;
-}
-
-std::optional<ReferencePicture> ReadReferencePicture(const std::filesystem::path&) {
-    return {};
-}
-
-#endif

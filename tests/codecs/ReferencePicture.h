@@ -12,7 +12,5 @@ struct ReferencePicture {
     std::vector<std::uint32_t> pixels; ///< Rows from the top, AARRGGBB, alpha straight.
 };
 
-/// Whether this build can read them.
-bool CanReadReferencePictures();
 /// Empty where the file is no PNG that can be read.
 std::optional<ReferencePicture> ReadReferencePicture(const std::filesystem::path& path);
