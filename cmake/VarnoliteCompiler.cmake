@@ -29,7 +29,8 @@ if(WIN32)
     target_link_options(varnolite_options INTERFACE -static)
     # Stacks on Windows are aligned to 16 bytes, but GCC stores vectors of 32 bytes there as if it were 32 (GCC bug
     # 54412). The assembler turns such moves into ones that need no alignment.
-    set_source_files_properties(${CMAKE_SOURCE_DIR}/video/software/kernels/FilterRowsAvx2.cpp PROPERTIES
+    set_source_files_properties(${CMAKE_SOURCE_DIR}/video/software/kernels/FilterRowsAvx2.cpp
+        ${CMAKE_SOURCE_DIR}/codecs/jpg/kernels/FormsAvx2.cpp PROPERTIES
         COMPILE_OPTIONS -Wa,-muse-unaligned-vector-move)
 else()
     find_package(Threads REQUIRED)

@@ -8,13 +8,14 @@ namespace ET::Img::Jpg {
 /// Bits of an entropy-coded segment, the most significant first (ITU T.81 F.2.2.5): FF 00 is a data byte FF, FF and
 /// anything else is the marker that ends the segment, as does the end of the memory. Behind the end there are zeros
 /// without limit, which are counted; whoever reads checks IsOverrun() from time to time, not at each bit. Does not own
-/// the bytes.
+/// the bytes. A loop over many codes works on a copy of its own: as nothing here hands out its address, the compiler
+/// keeps the copy in registers.
 class BitReader {
 public:
     BitReader(const std::uint8_t* begin, const std::uint8_t* end) : m_next(begin), m_end(end) {}
 
     /// At least this many bits can be peeked at and skipped after a Fill.
-    static constexpr unsigned filledBits = 57;
+    static constexpr unsigned filledBits = 56;
 
     void Fill() {
         // Eight bytes without an FF among them are what a segment mostly consists of.
@@ -22,17 +23,14 @@ public:
             std::uint64_t bytes = 0;
             std::memcpy(&bytes, m_next, sizeof(bytes));
             if (!HasFF(bytes)) {
-                const unsigned taken = (64 - m_count) / 8;
-                m_bits |= m_count < 64 ? __builtin_bswap64(bytes) >> m_count : 0;
-                m_next += taken;
-                m_count += 8 * taken;
-                // What was shifted in beyond the whole bytes comes again with the next fill.
-                if (m_count < 64)
-                    m_bits &= ~(~std::uint64_t{0} >> m_count);
+                // Bits below those that are counted are those of the byte at m_next, so that they may come twice.
+                m_bits |= __builtin_bswap64(bytes) >> m_count;
+                m_next += (63 - m_count) >> 3;
+                m_count |= filledBits;
                 return;
             }
         }
-        FillBytewise();
+        *this = FilledBytewise(*this);
     }
 
     /// The next bits, 1 to 32 of them, as a number.
@@ -73,19 +71,21 @@ private:
         return ((~bytes - ones) & bytes & (ones << 7)) != 0;
     }
 
-    void FillBytewise() {
-        while (m_count <= 56) {
+    __attribute__((noinline)) static BitReader FilledBytewise(BitReader reader) {
+        while (reader.m_count < filledBits) {
             std::uint64_t byte = 0;
-            if (m_next == m_end || (*m_next == 0xFF && (m_end - m_next < 2 || m_next[1] != 0)))
-                m_paddingBits += 8;
+            if (reader.IsAtEnd())
+                reader.m_paddingBits += 8;
             else {
-                byte = *m_next;
-                m_next += byte == 0xFF ? 2 : 1;
+                byte = *reader.m_next;
+                reader.m_next += byte == 0xFF ? 2 : 1;
             }
-            m_bits |= byte << (56 - m_count);
-            m_count += 8;
+            reader.m_bits |= byte << (56 - reader.m_count);
+            reader.m_count += 8;
         }
+        return reader;
     }
+    bool IsAtEnd() const { return m_next == m_end || (*m_next == 0xFF && (m_end - m_next < 2 || m_next[1] != 0)); }
 
     const std::uint8_t* m_next;
     const std::uint8_t* m_end;

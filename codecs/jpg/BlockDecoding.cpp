@@ -2,61 +2,7 @@
 
 #include "foundation/Exception.h"
 
-#include <algorithm>
-#include <limits>
-
 namespace ET::Img::Jpg {
-
-namespace {
-
-constexpr unsigned zeroRunSymbol = 0xF0;
-constexpr unsigned largestSize = 15;
-
-std::int16_t Within16Bits(std::int64_t value) {
-    using Limits = std::numeric_limits<std::int16_t>;
-    return static_cast<std::int16_t>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
-}
-
-std::int16_t Dequantised(std::int32_t value, const BlockTables& tables, unsigned place) {
-    return Within16Bits(std::int64_t(value) * tables.quantisation[place]);
-}
-
-std::int32_t GetExtended(BitReader& reader, unsigned size) {
-    return size != 0 ? Extend(reader.Get(size), size) : 0;
-}
-
-/// The difference from the last block's first coefficient, added to the predictor.
-void ReadDc(BitReader& reader, const BlockTables& tables, std::int32_t& predictor) {
-    reader.Fill();
-    const unsigned size = tables.dc.Decode(reader);
-    if (size > largestSize)
-        throw Quorvex::Exception();
-    // Without a sign, as a damaged file may count on until the sum leaves 32 bits.
-    predictor = static_cast<std::int32_t>(static_cast<std::uint32_t>(predictor) +
-                                          static_cast<std::uint32_t>(GetExtended(reader, size)));
-}
-
-} // namespace
-
-void DecodeSequential(BitReader& reader, const BlockTables& tables, std::int32_t& predictor, std::int16_t* block) {
-    ReadDc(reader, tables, predictor);
-    block[0] = Dequantised(predictor, tables, 0);
-    for (unsigned place = 1; place < blockSize; ++place) {
-        reader.Fill();
-        const unsigned symbol = tables.ac.Decode(reader);
-        const unsigned size = symbol & 0xF;
-        if (size == 0) {
-            if (symbol != zeroRunSymbol)
-                return;
-            place += 15;
-            continue;
-        }
-        place += symbol >> 4;
-        if (place >= blockSize)
-            throw Quorvex::Exception();
-        block[naturalOrder[place]] = Dequantised(Extend(reader.Get(size), size), tables, place);
-    }
-}
 
 void ProgressiveDecoder::FirstDc(ProgressiveDecoder& scan, BitReader& reader, const BlockTables& tables,
                                  std::int32_t& predictor, std::int16_t* block) {
@@ -83,6 +29,15 @@ void ProgressiveDecoder::FirstAc(ProgressiveDecoder& scan, BitReader& reader, co
     }
     for (unsigned place = scan.m_start; place <= scan.m_end; ++place) {
         reader.Fill();
+        const CoefficientCode code = tables.coefficients.Peek(reader);
+        if (code.value != 0) {
+            reader.Skip(code.length);
+            place += code.step - 1u;
+            if (place > scan.m_end)
+                throw Quorvex::Exception();
+            block[naturalOrder[place]] = Dequantised(code.value * (std::int32_t{1} << scan.m_bitLow), tables, place);
+            continue;
+        }
         const unsigned symbol = tables.ac.Decode(reader);
         const unsigned run = symbol >> 4, size = symbol & 0xF;
         if (size == 0) {

@@ -16,37 +16,48 @@ struct ColorHints {
     std::uint16_t photometric = 0;
 };
 
-/// Pixels out of the samples of an MCU: samples are around 0, and the blocks of a component lie row by row.
+/// The samples of MCUs that lie side by side. Samples are around 0; the blocks of a component follow each other row by
+/// row within an MCU.
+struct McuRun {
+    std::array<const std::int16_t*, 4> blocks{}; ///< Of the first MCU, by the component's place in the frame.
+    std::array<std::size_t, 4> step{};           ///< From an MCU to the next, in values.
+    std::size_t count = 0;                       ///< MCUs
+};
+
+/// Pixels out of samples: whole MCUs are written, in rows that are STRIDE pixels apart.
 class ColorConversion {
 public:
-    using Blocks = std::array<const std::int16_t*, 4>;
+    using Route = void (*)(const McuRun& run, Pixel* pixels, std::size_t stride);
 
     /// Raises Exception where the number of components or their factors cannot be converted.
     ColorConversion(const Frame& frame, const ColorHints& hints);
 
-    /// Writes the whole MCU; rows are STRIDE pixels apart.
-    void Convert(const Blocks& blocks, Pixel* pixels, std::size_t stride) const { m_convert(blocks, pixels, stride); }
+    void Convert(const McuRun& run, Pixel* pixels, std::size_t stride) const { m_convert(run, pixels, stride); }
 
 private:
-    struct Routes;
-    using Route = void (*)(const Blocks& blocks, Pixel* pixels, std::size_t stride);
-
-    Route m_convert = nullptr;
+    Route m_convert;
 };
 
-/// One row of eight luminance samples with the chrominance of each, to pixels. Any thread.
-using YCbCrRow = void (*)(const std::int16_t* y, const std::int16_t* cb, const std::int16_t* cr, Pixel* pixels);
+/// The routes that have forms for several kinds of processors. Any thread.
+struct ColorRoutes {
+    ColorConversion::Route grey;
+    ColorConversion::Route rgb;
+    ColorConversion::Route yCbCr[2][2]; ///< By the factors of the luminance less 1, horizontal and vertical.
+};
 
-/// The form for this processor, chosen once per process.
-YCbCrRow GetYCbCrRow();
+/// The forms for this processor, chosen once per process.
+const ColorRoutes& GetColorRoutes();
 
-namespace YCbCrForms {
+/// The forms by themselves, for tests.
+namespace ColorForms {
 
-/// By tables of whole numbers.
-void Reference(const std::int16_t* y, const std::int16_t* cb, const std::int16_t* cr, Pixel* pixels);
-/// In 16-bit fixed point; null where this processor lacks SSE2. A channel differs from the reference by up to 2.
-YCbCrRow Sse2();
+/// YCbCr by tables of whole numbers.
+const ColorRoutes* Reference();
+/// YCbCr in 16-bit fixed point; null where this processor lacks SSE2. A channel differs from the reference by up to 2.
+const ColorRoutes* Sse2();
+/// The same pixels from wider vectors; null where this processor lacks AVX2.
+const ColorRoutes* Avx2();
 
-} // namespace YCbCrForms
+} // namespace ColorForms
 
 } // namespace ET::Img::Jpg

@@ -144,7 +144,10 @@ void ReadHuffmanTables(Quorvex::StreamBuffer& buffer, Tables& tables) {
         if (total > HuffmanTable::largestSymbolCount)
             throw Quorvex::Exception("JPGDecoder", 578);
         const std::uint8_t* const symbols = buffer.Take(total);
-        (head >> 4 == 0 ? tables.dc : tables.ac)[head & 3].Load(counts, symbols);
+        const bool isAc = head >> 4 != 0;
+        (isAc ? tables.ac : tables.dc)[head & 3].Load(counts, symbols);
+        if (isAc)
+            tables.coefficients[head & 3].Load(counts, symbols);
     }
     buffer.Seek(end);
 }

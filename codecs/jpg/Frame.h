@@ -1,7 +1,7 @@
 #pragma once
 
 #include "codecs/ImageInfo.h"
-#include "codecs/jpg/HuffmanTable.h"
+#include "codecs/jpg/CoefficientTable.h"
 #include "codecs/jpg/InverseDct.h"
 #include "data/StreamBuffer.h"
 #include "foundation/String.h"
@@ -75,6 +75,7 @@ struct Tables {
     std::array<std::array<std::uint16_t, blockSize>, 4> quantisation{};
     std::array<HuffmanTable, 4> dc;
     std::array<HuffmanTable, 4> ac;
+    std::array<CoefficientTable, 4> coefficients; ///< Of the codes in ac.
 };
 
 /// The segment behind a DQT or DHT marker. Raises Exception with the number of what it cannot hold: 550 for tables of

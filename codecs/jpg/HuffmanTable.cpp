@@ -27,14 +27,14 @@ void HuffmanTable::Load(const std::uint8_t* counts, const std::uint8_t* symbols)
     }
 }
 
-std::uint8_t HuffmanTable::DecodeLong(BitReader& reader) const {
-    const std::uint32_t bits = reader.Peek(lengthCount);
+std::uint16_t HuffmanTable::FindLong(std::uint32_t bits) const {
     for (unsigned length = fastBits + 1; length <= lengthCount; ++length) {
         if (bits >= m_limit[length])
             continue;
         const std::uint32_t code = bits >> (lengthCount - length);
-        reader.Skip(length);
-        return m_symbols[static_cast<std::size_t>(static_cast<std::int32_t>(code) + m_offset[length])];
+        const std::uint8_t symbol =
+            m_symbols[static_cast<std::size_t>(static_cast<std::int32_t>(code) + m_offset[length])];
+        return static_cast<std::uint16_t>(symbol << 8 | length);
     }
     throw Quorvex::Exception();
 }

@@ -20,9 +20,9 @@ public:
 
     /// The next symbol. The reader must hold 16 bits. Raises Exception with empty text where the bits are no code.
     std::uint8_t Decode(BitReader& reader) const {
-        const std::uint16_t entry = m_fast[reader.Peek(fastBits)];
+        std::uint16_t entry = m_fast[reader.Peek(fastBits)];
         if (entry == 0)
-            return DecodeLong(reader);
+            entry = FindLong(reader.Peek(lengthCount));
         reader.Skip(entry & 0xFF);
         return static_cast<std::uint8_t>(entry >> 8);
     }
@@ -30,7 +30,8 @@ public:
 private:
     static constexpr unsigned fastBits = 8;
 
-    std::uint8_t DecodeLong(BitReader& reader) const;
+    /// An entry as in the fast table for a code that is not there.
+    std::uint16_t FindLong(std::uint32_t bits) const;
 
     /// By the next 8 bits: the length of the code in the low byte and its symbol in the high one; 0: a longer code.
     std::array<std::uint16_t, 1 << fastBits> m_fast{};

@@ -1,5 +1,7 @@
 #include "codecs/jpg/InverseDct.h"
 
+#include <initializer_list>
+
 namespace ET::Img::Jpg {
 
 namespace InverseDctForms {
@@ -45,9 +47,7 @@ std::int16_t Limited(double sample) {
     return static_cast<std::int16_t>(sample);
 }
 
-} // namespace
-
-void Reference(std::int16_t* block) {
+void TransformBlock(std::int16_t* block) {
     double values[blockSize];
     for (std::size_t i = 0; i < blockSize; ++i)
         values[i] = block[i];
@@ -59,12 +59,21 @@ void Reference(std::int16_t* block) {
         block[i] = Limited(values[i] * 0.25);
 }
 
+} // namespace
+
+void Reference(std::int16_t* blocks, std::size_t count) {
+    for (; count != 0; --count, blocks += blockSize)
+        TransformBlock(blocks);
+}
+
 } // namespace InverseDctForms
 
 InverseDct GetInverseDct() {
     static const InverseDct fastest = [] {
-        const InverseDct form = InverseDctForms::Sse2();
-        return form != nullptr ? form : InverseDct(InverseDctForms::Reference);
+        for (const auto form : {InverseDctForms::Avx2(), InverseDctForms::Sse2()})
+            if (form != nullptr)
+                return form;
+        return InverseDct(InverseDctForms::Reference);
     }();
     return fastest;
 }

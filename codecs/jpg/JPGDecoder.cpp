@@ -64,7 +64,7 @@ void JPGDecoderImpl::Reset() {
     m_tables = Tables();
     m_hints.adobe = ColorHints::Adobe::Unknown;
     m_restartInterval = m_outerRestartInterval;
-    m_hasScan = m_keepsCoefficients = false;
+    m_hasScan = m_keepsCoefficients = m_isTargetSet = false;
     m_orientation = 1;
 }
 
@@ -83,6 +83,8 @@ SharedPtr<ImageBase> JPGDecoderImpl::Load(const SharedPtr<ImageBase>& target, st
         return {};
     if (m_keepsCoefficients)
         FinishFrame(ContextFor(*target));
+    else if (!m_isTargetSet)
+        ClearToGrey(*target);
     if (!isComplete || !m_hasScan)
         *Incomplete = true;
     return target;
@@ -165,7 +167,10 @@ JPGDecoderImpl::Next JPGDecoderImpl::ReadFrameHeader(Quorvex::StreamBuffer& buff
         return Next::EndOfHeaders;
     AdmitFrame(buffer.GetSize());
     CheckTarget(*target, Info);
-    ClearToGrey(*target);
+    // Most pixels are written by their MCUs alone; what these do not reach is set behind them.
+    m_isTargetSet = kind == FrameKind::Lossless || m_frame.precision > 8 || !IsCovered(*target, m_frame);
+    if (m_isTargetSet)
+        ClearToGrey(*target);
     return Next::Continue;
 }
 
@@ -187,7 +192,7 @@ bool JPGDecoderImpl::TakesTooLong(const ScanHeader& header) {
 }
 
 ScanContext JPGDecoderImpl::ContextFor(ImageBase& target) {
-    return {m_frame, m_tables, m_hints, m_restartInterval, m_workerCount, target};
+    return {m_frame, m_tables, m_hints, m_restartInterval, m_workerCount, m_isTargetSet, target};
 }
 
 JPGDecoderImpl::Next JPGDecoderImpl::ReadScan(Quorvex::StreamBuffer& buffer, const SharedPtr<ImageBase>& target) {
@@ -201,6 +206,7 @@ JPGDecoderImpl::Next JPGDecoderImpl::ReadScan(Quorvex::StreamBuffer& buffer, con
     const ScanResult result = DecodeScan(ContextFor(*target), header, buffer);
     m_hasScan = true;
     m_keepsCoefficients = !IsSingleScan(m_frame, header);
+    m_isTargetSet = m_isTargetSet || !m_keepsCoefficients;
     buffer.Seek(result.position);
     const bool isMarkerNext = buffer.GetRemaining() != 0 && buffer.GetData()[result.position] == Marker::prefix;
     if (!result.isIncomplete && isMarkerNext)

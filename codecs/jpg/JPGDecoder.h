@@ -20,7 +20,7 @@ public:
     /// interval.
     void SetPhotometric(std::uint16_t photometric) { m_hints.photometric = photometric; }
     void SetRestartInterval(std::uint16_t restartInterval) { m_outerRestartInterval = restartInterval; }
-    /// Threads for scans with restart intervals and for the last stage; 0: one for each processor.
+    /// Threads for scans and for the last stage; 0: one for each processor.
     void SetWorkerCount(std::uint32_t workerCount) { m_workerCount = workerCount; }
 
 private:
@@ -49,6 +49,7 @@ private:
     std::uint32_t m_workerCount = 0;
     bool m_hasScan = false;
     bool m_keepsCoefficients = false;
+    bool m_isTargetSet = false; ///< All of its pixels.
 };
 
 /// JPEG files of ITU T.81 with Huffman codes: baseline, progressive and lossless, of one to four components. Delivers

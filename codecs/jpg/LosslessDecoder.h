@@ -54,11 +54,11 @@ public:
                 }
     }
 
-    void Decode(const RestartSegments::Segment& segment, BitReader& reader) const {
+    void Decode(const RestartSegments::Segment& segment, BitReader& reader, std::uint64_t& done) const {
         auto row = static_cast<std::uint32_t>(segment.firstMcu / m_columns);
         auto column = static_cast<std::uint32_t>(segment.firstMcu % m_columns);
         bool isFirstRow = true, isFirstSample = true;
-        for (std::uint64_t left = segment.mcuCount; left != 0; --left) {
+        for (; done < segment.mcuCount; ++done) {
             Sample* const pixel = m_lock.Row(row) + column;
             for (const ScanComponent& component : m_components) {
                 const std::int32_t prediction =

@@ -2,122 +2,20 @@
 
 #include "codecs/SharedWork.h"
 #include "codecs/jpg/LosslessDecoder.h"
+#include "codecs/jpg/ScanRun.h"
+#include "codecs/jpg/SingleScan.h"
 #include "foundation/Exception.h"
 #include "foundation/platform/Processors.h"
 
 #include <algorithm>
 #include <cstring>
-#include <mutex>
 
 namespace ET::Img::Jpg {
 
 namespace {
 
 using Quorvex::Data::LockMode;
-using PixelLock = Quorvex::Data::Lock<Pixel>;
-
-// An MCU has at most 10 blocks in a frame that can be converted to pixels, but its factors are checked later.
-constexpr std::size_t largestMcuBlocks = 4 * 16;
-
-struct alignas(16) McuBlocks {
-    std::int16_t values[largestMcuBlocks * blockSize];
-};
-
-/// The components of a scan as its MCUs hold them.
-struct ScanComponent {
-    Component* component;
-    BlockTables tables;
-    std::uint32_t horizontal; ///< Blocks per MCU.
-    std::uint32_t vertical;
-};
-
-std::vector<ScanComponent> ComponentsOf(const ScanContext& context, const ScanHeader& header) {
-    std::vector<ScanComponent> components;
-    for (std::uint32_t i = 0; i < header.componentCount; ++i) {
-        Component& component = context.frame.Of(header.identifiers[i]);
-        const BlockTables tables{context.tables.dc[component.dcTable], context.tables.ac[component.acTable],
-                                 context.tables.quantisation[component.quantisation].data()};
-        const bool isAlone = header.componentCount == 1;
-        components.push_back(
-            {&component, tables, isAlone ? 1 : component.horizontal, isAlone ? 1 : component.vertical});
-    }
-    return components;
-}
-
-/// Baseline MCUs with all components of the frame: pixels at once.
-class SingleScanDecoder {
-public:
-    SingleScanDecoder(const ScanContext& context, const ScanHeader& header, const ScanGeometry& geometry,
-                      const PixelLock& lock)
-        : m_components(ComponentsOf(context, header)), m_geometry(geometry), m_conversion(context.frame, context.hints),
-          m_lock(lock), m_mcuWidth(8 * context.frame.largestHorizontal),
-          m_mcuHeight(8 * context.frame.largestVertical) {
-        // The order of a scan is its own, but colours follow the order of the frame.
-        for (std::uint32_t place = 0; place < context.frame.componentCount; ++place)
-            for (std::size_t i = 0; i < m_components.size(); ++i)
-                if (m_components[i].component == &context.frame.At(place))
-                    m_places[i] = place;
-    }
-
-    void Decode(const RestartSegments::Segment& segment, BitReader& reader) const {
-        McuBlocks blocks;
-        std::array<std::int32_t, 4> predictors{};
-        for (std::uint64_t i = 0; i < segment.mcuCount; ++i) {
-            const std::uint64_t mcu = segment.firstMcu + i;
-            try {
-                DecodeMcu(reader, predictors, blocks);
-            } catch (const std::exception&) {
-                // What was decoded of it is still worth seeing.
-                Show(mcu, blocks);
-                throw;
-            }
-            Show(mcu, blocks);
-        }
-    }
-
-private:
-    void DecodeMcu(BitReader& reader, std::array<std::int32_t, 4>& predictors, McuBlocks& blocks) const {
-        std::size_t count = 0;
-        for (const ScanComponent& component : m_components)
-            count += std::size_t(component.horizontal) * component.vertical;
-        std::memset(blocks.values, 0, count * blockSize * sizeof(std::int16_t));
-        std::int16_t* block = blocks.values;
-        for (std::size_t i = 0; i < m_components.size(); ++i)
-            for (std::uint32_t left = m_components[i].horizontal * m_components[i].vertical; left != 0; --left) {
-                DecodeSequential(reader, m_components[i].tables, predictors[i], block);
-                if (reader.IsOverrun()) {
-                    // Zeros behind the end of the data look like coefficients.
-                    std::memset(block, 0, blockSize * sizeof(std::int16_t));
-                    throw Quorvex::Exception();
-                }
-                block += blockSize;
-            }
-    }
-
-    void Show(std::uint64_t mcu, McuBlocks& blocks) const {
-        static const InverseDct transform = GetInverseDct();
-        ColorConversion::Blocks byComponent{};
-        std::int16_t* block = blocks.values;
-        for (std::size_t i = 0; i < m_components.size(); ++i) {
-            byComponent[m_places[i]] = block;
-            for (std::uint32_t left = m_components[i].horizontal * m_components[i].vertical; left != 0; --left) {
-                transform(block);
-                block += blockSize;
-            }
-        }
-        const std::uint64_t row = mcu / m_geometry.columns, column = mcu % m_geometry.columns;
-        Pixel* const pixels = m_lock.Row(static_cast<std::uint32_t>(row * m_mcuHeight)) + column * m_mcuWidth;
-        m_conversion.Convert(byComponent, pixels, m_lock.AllocatedWidth);
-    }
-
-    std::vector<ScanComponent> m_components;
-    std::array<std::uint32_t, 4> m_places{};
-    ScanGeometry m_geometry;
-    ColorConversion m_conversion;
-    const PixelLock& m_lock;
-    std::uint32_t m_mcuWidth; ///< Pixels.
-    std::uint32_t m_mcuHeight;
-};
+using PixelLock = SingleScanDecoder::PixelLock;
 
 /// MCUs whose coefficients are kept: progressive ones, and baseline ones of some of the components.
 class CoefficientDecoder {
@@ -131,11 +29,11 @@ public:
                     (std::uint64_t(context.frame.mcuColumns) * context.frame.mcuRows + 1));
     }
 
-    void Decode(const RestartSegments::Segment& segment, BitReader& reader) const {
+    void Decode(const RestartSegments::Segment& segment, BitReader& reader, std::uint64_t& done) const {
         std::array<std::int32_t, 4> predictors{};
         ProgressiveDecoder progressive(m_header);
-        for (std::uint64_t i = 0; i < segment.mcuCount; ++i) {
-            const std::uint64_t mcu = segment.firstMcu + i;
+        for (; done < segment.mcuCount; ++done) {
+            const std::uint64_t mcu = segment.firstMcu + done;
             for (std::size_t place = 0; place < m_components.size(); ++place)
                 ForEachBlock(m_components[place], mcu, [&](std::int16_t* block) {
                     if (m_frame.kind == FrameKind::Progressive) {
@@ -173,65 +71,43 @@ private:
     ScanGeometry m_geometry;
 };
 
-/// The segments of a scan, taken by any number of workers.
-template <class Decoder>
-class ScanRun {
-public:
-    ScanRun(const Decoder& decoder, const Quorvex::StreamBuffer& buffer, std::uint32_t restartInterval,
-            std::uint64_t mcuCount)
-        : m_decoder(decoder), m_begin(buffer.GetData()), m_hasIntervals(restartInterval != 0),
-          m_segments(m_begin + buffer.GetPosition(), m_begin + buffer.GetSize(), restartInterval, mcuCount) {}
-
-    ScanResult Run(std::uint32_t workerCount) {
-        ShareWork(workerCount, [this] { Work(); });
-        const std::uint8_t* const position = m_hasIntervals ? m_segments.Position() : m_position;
-        return {static_cast<std::uint32_t>(position - m_begin), m_isIncomplete || m_segments.IsDamaged()};
-    }
-
-private:
-    void Work() {
-        RestartSegments::Segment segment{};
-        while (TakeNext(segment)) {
-            BitReader reader(segment.begin, segment.end);
-            bool isDamaged = false;
-            try {
-                m_decoder.Decode(segment, reader);
-            } catch (const std::bad_alloc&) {
-                throw;
-            } catch (const std::exception&) {
-                // The interval ends here; those behind it begin anew.
-                isDamaged = true;
-            }
-            const std::lock_guard lock(m_mutex);
-            m_isIncomplete = m_isIncomplete || isDamaged;
-            m_position = reader.Position();
-        }
-    }
-
-    bool TakeNext(RestartSegments::Segment& segment) {
-        const std::lock_guard lock(m_mutex);
-        return m_segments.Next(segment);
-    }
-
-    const Decoder& m_decoder;
-    const std::uint8_t* m_begin;
-    bool m_hasIntervals;
-    std::mutex m_mutex; ///< Of all below.
-    RestartSegments m_segments;
-    const std::uint8_t* m_position = m_begin;
-    bool m_isIncomplete = false;
-};
+/// One thread reads codes, and making pixels of them does not take more than twice its time.
+constexpr std::uint32_t largestPipelineThreadCount = 3;
 
 std::uint32_t WorkersOf(const ScanContext& context) {
     const std::uint32_t count = context.workerCount != 0 ? context.workerCount : Quorvex::Platform::GetProcessorCount();
     return std::min(count, largestWorkerCount);
 }
 
+/// Threads for the restart intervals of a scan: not more than there are, and none for a scan that is over before it.
+std::uint32_t SegmentWorkers(const ScanContext& context, std::uint64_t mcuCount) {
+    constexpr std::uint64_t leastMcusPerWorker = 16;
+    if (context.restartInterval == 0)
+        return 1;
+    const std::uint64_t useful =
+        std::min(DividedUp(mcuCount, context.restartInterval), DividedUp(mcuCount, leastMcusPerWorker));
+    return static_cast<std::uint32_t>(std::min<std::uint64_t>(WorkersOf(context), useful));
+}
+
 template <class Decoder>
 ScanResult Run(const Decoder& decoder, const ScanContext& context, const ScanGeometry& geometry,
                const Quorvex::StreamBuffer& buffer, bool canShare) {
     ScanRun<Decoder> run(decoder, buffer, context.restartInterval, geometry.McuCount());
-    return run.Run(context.restartInterval != 0 && canShare ? WorkersOf(context) : 1);
+    return run.Run(canShare ? SegmentWorkers(context, geometry.McuCount()) : 1);
+}
+
+ScanResult DecodeSingleScan(const ScanContext& context, const ScanHeader& header, const ScanGeometry& geometry,
+                            const Quorvex::StreamBuffer& buffer) {
+    const PixelLock lock = context.target.LockBGRAUInt8(LockMode::ReadWrite);
+    const std::uint32_t threads =
+        context.restartInterval != 0 ? 1 : std::min(WorkersOf(context), largestPipelineThreadCount);
+    const SingleScanDecoder decoder(context, header, geometry, lock, threads);
+    ScanRun<SingleScanDecoder> run(decoder, buffer, context.restartInterval, geometry.McuCount());
+    const ScanResult result = run.Run(SegmentWorkers(context, geometry.McuCount()));
+    if (!context.isTargetSet)
+        for (const McuRange& range : run.Missing())
+            decoder.FillWithGrey(range.first, range.count);
+    return result;
 }
 
 template <class Sample>
@@ -259,9 +135,7 @@ ScanResult DecodeAnyScan(const ScanContext& context, const ScanHeader& header, c
     }
     if (isWide)
         throw Quorvex::Exception("ConvertMCUColors with 16bit is currently not supported");
-    const PixelLock lock = context.target.LockBGRAUInt8(LockMode::ReadWrite);
-    const SingleScanDecoder decoder(context, header, geometry, lock);
-    return Run(decoder, context, geometry, buffer, true);
+    return DecodeSingleScan(context, header, geometry, buffer);
 }
 
 /// Rows of MCUs out of the kept coefficients.
@@ -271,34 +145,38 @@ public:
         : m_frame(context.frame), m_conversion(context.frame, context.hints), m_lock(lock) {}
 
     void FinishRow(std::uint32_t row) const {
-        McuBlocks blocks;
-        Pixel* pixels = m_lock.Row(row * 8 * m_frame.largestVertical);
-        for (std::uint32_t column = 0; column < m_frame.mcuColumns; ++column, pixels += 8 * m_frame.largestHorizontal) {
-            const std::uint64_t mcu = std::uint64_t(row) * m_frame.mcuColumns + column;
-            ColorConversion::Blocks byComponent{};
-            std::int16_t* next = blocks.values;
+        // A frame that can be converted has at most 10 blocks per MCU.
+        constexpr std::uint32_t mcusAtOnce = 16;
+        std::int16_t samples[mcusAtOnce * 10 * blockSize];
+        Pixel* const pixels = m_lock.Row(row * 8 * m_frame.largestVertical);
+        for (std::uint32_t column = 0; column < m_frame.mcuColumns; column += mcusAtOnce) {
+            McuRun run;
+            run.count = std::min(mcusAtOnce, m_frame.mcuColumns - column);
+            std::int16_t* next = samples;
             for (std::uint32_t place = 0; place < m_frame.componentCount; ++place) {
-                byComponent[place] = next;
-                next = Transform(m_frame.At(place), mcu, next);
+                const Component& component = m_frame.At(place);
+                run.blocks[place] = next;
+                run.step[place] = component.BlocksPerMcu() * blockSize;
+                Transform(component, std::uint64_t(row) * m_frame.mcuColumns + column, run.count, next);
+                next += run.count * run.step[place];
             }
-            m_conversion.Convert(byComponent, pixels, m_lock.AllocatedWidth);
+            m_conversion.Convert(run, pixels + std::size_t(column) * 8 * m_frame.largestHorizontal,
+                                 m_lock.AllocatedWidth);
         }
     }
 
 private:
     /// A component that no scan has brought is grey.
-    static std::int16_t* Transform(const Component& component, std::uint64_t mcu, std::int16_t* blocks) {
+    static void Transform(const Component& component, std::uint64_t mcu, std::size_t mcuCount, std::int16_t* samples) {
         static const InverseDct transform = GetInverseDct();
-        const std::uint32_t count = component.BlocksPerMcu();
+        const std::size_t count = component.BlocksPerMcu() * mcuCount;
         const std::size_t bytes = count * blockSize * sizeof(std::int16_t);
         if (!component.blocks.IsAllocated()) {
-            std::memset(blocks, 0, bytes);
-            return blocks + count * blockSize;
+            std::memset(samples, 0, bytes);
+            return;
         }
-        std::memcpy(blocks, component.blocks.Block(mcu * count), bytes);
-        for (std::uint32_t i = 0; i < count; ++i, blocks += blockSize)
-            transform(blocks);
-        return blocks;
+        std::memcpy(samples, component.blocks.Block(mcu * component.BlocksPerMcu()), bytes);
+        transform(samples, count);
     }
 
     const Frame& m_frame;
@@ -311,6 +189,11 @@ private:
 bool IsSingleScan(const Frame& frame, const ScanHeader& header) {
     return frame.kind == FrameKind::Lossless ||
            (frame.kind == FrameKind::Baseline && header.componentCount == frame.componentCount);
+}
+
+bool IsCovered(const Quorvex::Data::ImageBase& target, const Frame& frame) {
+    return target.AllocatedWidth == 8 * frame.largestHorizontal * frame.mcuColumns &&
+           target.AllocatedHeight == 8 * frame.largestVertical * frame.mcuRows;
 }
 
 ScanResult DecodeScan(const ScanContext& context, const ScanHeader& header, const Quorvex::StreamBuffer& buffer) {

@@ -15,8 +15,9 @@ struct ScanContext {
     const Tables& tables;
     ColorHints hints;
     std::uint32_t restartInterval; ///< MCUs; 0: none.
-    /// Threads where the scan has restart intervals; 0: one for each processor. The result does not depend on it.
+    /// Threads of a scan and of the last stage; 0: one for each processor. The result does not depend on it.
     std::uint32_t workerCount;
+    bool isTargetSet;                 ///< Otherwise a single scan sets the pixels that it does not reach to grey, too.
     Quorvex::Data::ImageBase& target; ///< Its size and type are those of the frame.
 };
 
@@ -28,6 +29,9 @@ struct ScanResult {
 /// Whether each MCU of the scan becomes pixels as soon as it is decoded; otherwise its coefficients are kept with the
 /// frame until FinishFrame.
 bool IsSingleScan(const Frame& frame, const ScanHeader& header);
+
+/// Whether the MCUs of the frame cover the target, so that pixels at once reach all of it.
+bool IsCovered(const Quorvex::Data::ImageBase& target, const Frame& frame);
 
 /// Decodes the entropy-coded data that the buffer stands at. What is damaged is left out and makes the result
 /// incomplete. Raises Exception "JPGDecoder failed, " and the reason where the frame cannot be converted to pixels or

@@ -13,6 +13,8 @@ std::string RefinementFailure(std::uint8_t symbol) {
     HuffmanTable table;
     const std::array<std::uint8_t, HuffmanTable::lengthCount> counts{1};
     table.Load(counts.data(), &symbol);
+    CoefficientTable coefficients;
+    coefficients.Load(counts.data(), &symbol);
     const std::array<std::uint16_t, blockSize> quantisation{1, 1, 1, 1, 1, 1};
     const std::array<std::uint8_t, 4> data{};
     BitReader reader(data.data(), data.data() + data.size());
@@ -23,7 +25,7 @@ std::string RefinementFailure(std::uint8_t symbol) {
     std::int32_t predictor = 0;
     std::int16_t block[blockSize] = {};
     return Quorvex::Test::RaisedText([&] {
-        ProgressiveDecoder(header).Decode(reader, {table, table, quantisation.data()}, predictor, block);
+        ProgressiveDecoder(header).Decode(reader, {table, table, coefficients, quantisation.data()}, predictor, block);
     });
 }
 

@@ -1,24 +1,40 @@
 #include "codecs/jpg/ColorConversion.h"
 
+#include "tests/support/RaisedText.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace ET::Img::Jpg {
 
 namespace {
 
-/// A row of luminance samples, each with the same chrominance.
-std::array<Pixel, 8> Converted(YCbCrRow convert, int y, int cb, int cr) {
-    std::array<std::int16_t, 8> luminance{}, blueness{}, redness{};
+using Samples = std::array<std::int16_t, blockSize>;
+
+/// The first row of an MCU of one block per component, out of luminance samples that all have the same chrominance.
+std::array<Pixel, 8> Converted(const ColorRoutes& routes, int y, int cb, int cr) {
+    Samples luminance{}, blueness{}, redness{};
     for (int i = 0; i < 8; ++i)
         luminance[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(std::min(y + i, 127));
     blueness.fill(static_cast<std::int16_t>(cb));
     redness.fill(static_cast<std::int16_t>(cr));
-    std::array<Pixel, 8> pixels{};
-    convert(luminance.data(), blueness.data(), redness.data(), pixels.data());
-    return pixels;
+    std::array<Pixel, blockSize> pixels{};
+    routes.yCbCr[0][0]({{luminance.data(), blueness.data(), redness.data()}, {}, 1}, pixels.data(), 8);
+    std::array<Pixel, 8> row{};
+    std::copy_n(pixels.begin(), row.size(), row.begin());
+    return row;
+}
+
+/// Those that this processor can run.
+std::vector<const ColorRoutes*> FixedPointForms() {
+    std::vector<const ColorRoutes*> forms;
+    for (const ColorRoutes* form : {ColorForms::Sse2(), ColorForms::Avx2()})
+        if (form != nullptr)
+            forms.push_back(form);
+    return forms;
 }
 
 /// Calls action(y, cb, cr) over the whole range of samples.
@@ -49,7 +65,7 @@ bool IsNear(int y, int cb, int cr) {
 
 TEST(JpgColor, TheReferenceAddsWholeNumbers) {
     ForAllColours([](int y, int cb, int cr) {
-        const std::array<Pixel, 8> had = Converted(YCbCrForms::Reference, y, cb, cr);
+        const std::array<Pixel, 8> had = Converted(*ColorForms::Reference(), y, cb, cr);
         for (int i = 0; i < 8; ++i) {
             const int level = y + i + 128;
             const Pixel& pixel = had[static_cast<std::size_t>(i)];
@@ -61,43 +77,46 @@ TEST(JpgColor, TheReferenceAddsWholeNumbers) {
     });
 }
 
-TEST(JpgColor, Sse2IsTheFixedPointFormula) {
-    const YCbCrRow sse2 = YCbCrForms::Sse2();
-    if (sse2 == nullptr)
+TEST(JpgColor, TheVectorFormsAreTheFixedPointFormula) {
+    if (FixedPointForms().empty())
         GTEST_SKIP() << "this processor lacks SSE2";
     const auto within16Bits = [](int value) { return std::clamp(value, -32768, 32767); };
     ForAllColours([&](int y, int cb, int cr) {
-        const std::array<Pixel, 8> had = Converted(sse2, y, cb, cr);
-        for (int i = 0; i < 8; ++i) {
-            const int base = ((y + i) * 128) + 0x4040;
-            const Pixel& pixel = had[static_cast<std::size_t>(i)];
-            ASSERT_EQ(pixel.blue, std::clamp(within16Bits(base + 227 * cb) >> 7, 0, 255));
-            ASSERT_EQ(pixel.green, std::clamp(within16Bits(base - 44 * cb - 91 * cr) >> 7, 0, 255));
-            ASSERT_EQ(pixel.red, std::clamp(within16Bits(base + 179 * cr) >> 7, 0, 255));
-            ASSERT_EQ(pixel.alpha, 255);
+        for (const ColorRoutes* form : FixedPointForms()) {
+            const std::array<Pixel, 8> had = Converted(*form, y, cb, cr);
+            for (int i = 0; i < 8; ++i) {
+                const int base = (std::min(y + i, 127) * 128) + 0x4040;
+                const Pixel& pixel = had[static_cast<std::size_t>(i)];
+                ASSERT_EQ(pixel.blue, std::clamp(within16Bits(base + 227 * cb) >> 7, 0, 255));
+                ASSERT_EQ(pixel.green, std::clamp(within16Bits(base - 44 * cb - 91 * cr) >> 7, 0, 255));
+                ASSERT_EQ(pixel.red, std::clamp(within16Bits(base + 179 * cr) >> 7, 0, 255));
+                ASSERT_EQ(pixel.alpha, 255);
+            }
         }
     });
 }
 
-TEST(JpgColor, TheTwoFormsDifferByTwoAtMost) {
-    const YCbCrRow sse2 = YCbCrForms::Sse2();
-    if (sse2 == nullptr)
+TEST(JpgColor, TheVectorFormsDifferFromTheReferenceByTwoAtMost) {
+    if (FixedPointForms().empty())
         GTEST_SKIP() << "this processor lacks SSE2";
     ForAllColours([&](int y, int cb, int cr) {
-        const std::array<Pixel, 8> a = Converted(sse2, y, cb, cr), b = Converted(YCbCrForms::Reference, y, cb, cr);
-        for (std::size_t i = 0; i < 8; ++i) {
-            if (!IsNear(y + static_cast<int>(i), cb, cr))
-                continue;
-            ASSERT_LE(std::abs(a[i].blue - b[i].blue), 2);
-            ASSERT_LE(std::abs(a[i].green - b[i].green), 2);
-            ASSERT_LE(std::abs(a[i].red - b[i].red), 2);
+        for (const ColorRoutes* form : FixedPointForms()) {
+            const std::array<Pixel, 8> a = Converted(*form, y, cb, cr);
+            const std::array<Pixel, 8> b = Converted(*ColorForms::Reference(), y, cb, cr);
+            for (std::size_t i = 0; i < 8; ++i) {
+                if (!IsNear(y + static_cast<int>(i), cb, cr))
+                    continue;
+                ASSERT_LE(std::abs(a[i].blue - b[i].blue), 2);
+                ASSERT_LE(std::abs(a[i].green - b[i].green), 2);
+                ASSERT_LE(std::abs(a[i].red - b[i].red), 2);
+            }
         }
     });
 }
 
 TEST(JpgColor, TheProgramTakesTheFastestForm) {
-    const YCbCrRow sse2 = YCbCrForms::Sse2();
-    EXPECT_EQ(GetYCbCrRow(), sse2 != nullptr ? sse2 : YCbCrRow(YCbCrForms::Reference));
+    const ColorRoutes* const fastest = FixedPointForms().empty() ? ColorForms::Reference() : FixedPointForms().back();
+    EXPECT_EQ(&GetColorRoutes(), fastest);
 }
 
 /// A frame whose first component has the factors, and blocks that tell their components apart.
@@ -107,10 +126,10 @@ public:
         frame.componentCount = componentCount;
         frame.components = std::make_unique<std::array<Component, 256>>();
         frame.identifiers = {1, 2, 3, 4};
-        frame.At(0).horizontal = horizontal;
-        frame.At(0).vertical = vertical;
+        frame.At(0).horizontal = frame.largestHorizontal = horizontal;
+        frame.At(0).vertical = frame.largestVertical = vertical;
         for (std::size_t c = 0; c < 4; ++c) {
-            samples[c].resize(4 * blockSize);
+            samples[c].resize(5 * blockSize);
             for (std::size_t i = 0; i < samples[c].size(); ++i)
                 samples[c][i] = static_cast<std::int16_t>(static_cast<int>(i * (2 * c + 3) * 7 % 256) - 128);
         }
@@ -118,11 +137,19 @@ public:
 
     std::vector<Pixel> Convert(const ColorHints& hints, std::size_t stride) const {
         std::vector<Pixel> pixels(stride * 16, Pixel{1, 2, 3, 4});
-        ColorConversion::Blocks blocks{};
-        for (std::size_t c = 0; c < 4; ++c)
-            blocks[c] = samples[c].data();
-        ColorConversion(frame, hints).Convert(blocks, pixels.data(), stride);
+        ColorConversion(frame, hints).Convert(Run(1), pixels.data(), stride);
         return pixels;
+    }
+
+    /// Each MCU has the samples from a place further on.
+    McuRun Run(std::size_t count) const {
+        McuRun run;
+        run.count = count;
+        for (std::size_t c = 0; c < 4; ++c) {
+            run.blocks[c] = samples[c].data();
+            run.step[c] = c + 1;
+        }
+        return run;
     }
 
     int At(std::size_t component, std::size_t place) const { return samples[component][place] + 128; }
@@ -160,16 +187,58 @@ TEST(JpgColor, ChrominanceIsReplicatedForTheLuminanceThatItCovers) {
                 for (std::size_t x = 0; x < 8 * horizontal; ++x) {
                     const std::size_t block = y / 8 * horizontal + x / 8;
                     const std::size_t chroma = y / vertical * 8 + x / horizontal;
-                    std::array<std::int16_t, 8> luminance{}, blueness{}, redness{};
-                    luminance[0] = conversion.samples[0][block * blockSize + y % 8 * 8 + x % 8];
-                    blueness[0] = conversion.samples[1][chroma];
-                    redness[0] = conversion.samples[2][chroma];
-                    std::array<Pixel, 8> wanted{};
-                    GetYCbCrRow()(luminance.data(), blueness.data(), redness.data(), wanted.data());
-                    ASSERT_EQ(pixels[y * stride + x], wanted[0])
-                        << horizontal << "x" << vertical << " " << x << ", " << y;
+                    const Pixel wanted =
+                        Converted(GetColorRoutes(), conversion.samples[0][block * blockSize + y % 8 * 8 + x % 8],
+                                  conversion.samples[1][chroma], conversion.samples[2][chroma])[0];
+                    ASSERT_EQ(pixels[y * stride + x], wanted) << horizontal << "x" << vertical << " " << x << ", " << y;
                 }
         }
+}
+
+TEST(JpgColor, AFourthComponentThatIsNotShownMayBeAsFineAsTheFirst) {
+    Conversion conversion(4, 2, 2);
+    const std::vector<Pixel> wanted = conversion.Convert({}, 16);
+    conversion.frame.At(3).horizontal = conversion.frame.At(3).vertical = 2;
+    EXPECT_EQ(conversion.Convert({}, 16), wanted);
+    conversion.frame.At(3).horizontal = conversion.frame.largestHorizontal = 4;
+    EXPECT_EQ(Quorvex::Test::RaisedText([&] { conversion.Convert({}, 16); }), "component 4 sampling factors must be 1");
+}
+
+/// How one MCU after the other becomes pixels.
+std::vector<Pixel> OneByOne(ColorConversion::Route route, McuRun run, std::size_t mcuWidth, std::size_t stride) {
+    std::vector<Pixel> pixels(stride * 16);
+    const std::size_t count = run.count;
+    run.count = 1;
+    for (std::size_t mcu = 0; mcu < count; ++mcu) {
+        route(run, pixels.data() + mcu * mcuWidth, stride);
+        for (std::size_t c = 0; c < 4; ++c)
+            run.blocks[c] += run.step[c];
+    }
+    return pixels;
+}
+
+TEST(JpgColor, McusSideBySideAreThoseOneByOneInEveryForm) {
+    const Conversion conversion(3);
+    const auto expectSame = [&](ColorConversion::Route route, ColorConversion::Route wanted, std::size_t mcuWidth) {
+        for (std::size_t count = 1; count < 10; ++count) {
+            const std::size_t stride = mcuWidth * count + 3;
+            const McuRun run = conversion.Run(count);
+            std::vector<Pixel> had(stride * 16);
+            route(run, had.data(), stride);
+            ASSERT_EQ(had, OneByOne(wanted, run, mcuWidth, stride)) << count << " MCUs";
+        }
+    };
+    const ColorRoutes& reference = *ColorForms::Reference();
+    for (const ColorRoutes* form : FixedPointForms()) {
+        expectSame(form->grey, reference.grey, 8);
+        expectSame(form->rgb, reference.rgb, 8);
+        for (const std::size_t h : {0u, 1u})
+            for (const std::size_t v : {0u, 1u})
+                expectSame(form->yCbCr[h][v], ColorForms::Sse2()->yCbCr[h][v], 8 * (h + 1));
+    }
+    for (const std::size_t h : {0u, 1u})
+        for (const std::size_t v : {0u, 1u})
+            expectSame(reference.yCbCr[h][v], reference.yCbCr[h][v], 8 * (h + 1));
 }
 
 TEST(JpgColor, CmykMultipliesByBlack) {

@@ -117,7 +117,8 @@ private:
 std::string FateOf(std::uint8_t marker, std::uint8_t precision, std::uint16_t width, std::uint16_t height,
                    std::size_t fileSize) {
     Bytes file = start + FrameHeader(marker, precision, width, height, {{1}, {2}, {3}});
-    file.resize(fileSize, 0xFF);
+    file.resize(fileSize - 1, 0xFF);
+    file.push_back(0xD9);
     ET::Img::JPGDecoder decoder(Quorvex::MakeShared<TestStream>(file, TestStream::Manner::Memory));
     const ET::Img::ImageInfo info = decoder.GetInfo(0);
     EXPECT_EQ(info.Width, width);

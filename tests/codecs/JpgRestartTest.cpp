@@ -144,6 +144,37 @@ TEST(JpgRestart, AFileOf420DecodesIdenticallyWithOneAndWithEightWorkers) {
     EXPECT_EQ(shared.Samples<std::uint8_t>(), alone.Samples<std::uint8_t>());
 }
 
+/// Large enough for one thread to read codes while others make pixels of them.
+TEST(JpgRestart, AFileWithoutRestartsDecodesIdenticallyOnAnyNumberOfThreadsAlsoDamaged) {
+    if (!HasJpgLibrary())
+        GTEST_SKIP() << "this build has no libjpeg to encode with";
+    for (const bool isGrey : {false, true}) {
+        const Bytes file = EncodeJpg({.width = 1100,
+                                      .height = 500,
+                                      .components = isGrey ? 1 : 3,
+                                      .horizontal = isGrey ? 1 : 2,
+                                      .vertical = isGrey ? 1 : 2,
+                                      .quality = 60});
+        std::mt19937 random(17);
+        for (int run = 0; run < 6; ++run) {
+            Bytes damaged = file;
+            if (run >= 4)
+                damaged.resize(file.size() / 7 * static_cast<std::size_t>(run));
+            else if (run > 0)
+                damaged[file.size() / 4 * static_cast<std::size_t>(run) + random() % 100] ^= 0x40;
+            const JpgLoad alone(damaged, 1);
+            const Bytes wanted = alone.Samples<std::uint8_t>();
+            for (const std::uint32_t threads : {2u, 8u}) {
+                const JpgLoad shared(damaged, threads);
+                EXPECT_EQ(shared.decoder.IsIncomplete(), alone.decoder.IsIncomplete());
+                EXPECT_TRUE(shared.Samples<std::uint8_t>() == wanted)
+                    << "damage " << run << ", " << threads << " threads";
+            }
+            EXPECT_TRUE(run < 4 || alone.decoder.IsIncomplete());
+        }
+    }
+}
+
 TEST(JpgRestart, DamagedPicturesDoNotDependOnTheNumberOfWorkers) {
     if (!HasJpgLibrary())
         GTEST_SKIP() << "this build has no libjpeg to encode with";
