@@ -38,12 +38,13 @@ Bytes PictureOf(const JpgRecipe& recipe) {
     return samples;
 }
 
-/// A scan for each component, in the order of the frame.
-void SeparateScans(jpeg_compress_struct& state, std::vector<jpeg_scan_info>& scans) {
-    for (int component = 0; component < state.num_components; ++component) {
+/// Scans in the order of the frame: the first component by itself, and the others together or one by one.
+void SeparateScans(jpeg_compress_struct& state, JpgScans wanted, std::vector<jpeg_scan_info>& scans) {
+    for (int component = 0; component < state.num_components;) {
         jpeg_scan_info scan{};
-        scan.comps_in_scan = 1;
-        scan.component_index[0] = component;
+        scan.comps_in_scan = component != 0 && wanted == JpgScans::LuminanceApart ? state.num_components - 1 : 1;
+        for (int i = 0; i < scan.comps_in_scan; ++i)
+            scan.component_index[i] = component++;
         scan.Se = 63;
         scans.push_back(scan);
     }
@@ -77,11 +78,15 @@ Bytes EncodeJpg(const JpgRecipe& recipe) {
     jpeg_set_quality(&state, recipe.quality, TRUE);
     state.comp_info[0].h_samp_factor = recipe.horizontal;
     state.comp_info[0].v_samp_factor = recipe.vertical;
+    if (recipe.isYcck) {
+        state.comp_info[3].h_samp_factor = recipe.horizontal;
+        state.comp_info[3].v_samp_factor = recipe.vertical;
+    }
     state.restart_interval = recipe.restartInterval;
     if (recipe.isProgressive)
         jpeg_simple_progression(&state);
-    else if (!recipe.isInterleaved)
-        SeparateScans(state, scans);
+    else if (recipe.scans != JpgScans::Interleaved)
+        SeparateScans(state, recipe.scans, scans);
     jpeg_start_compress(&state, TRUE);
     for (JSAMPROW row = samples.data(); state.next_scanline < recipe.height;
          row += std::size_t(recipe.width) * static_cast<unsigned>(recipe.components))
@@ -107,7 +112,7 @@ Bytes DecodeJpgByLibrary(const Bytes& file) {
     }
     jpeg_mem_src(&state, file.data(), static_cast<unsigned long>(file.size()));
     jpeg_read_header(&state, TRUE);
-    state.out_color_space = state.num_components == 4 ? JCS_CMYK : JCS_EXT_BGR;
+    state.out_color_space = state.num_components == 4 ? state.jpeg_color_space : JCS_EXT_BGR;
     state.dct_method = JDCT_ISLOW;
     state.do_fancy_upsampling = FALSE;
     state.do_block_smoothing = FALSE;
