@@ -1,9 +1,9 @@
 #include "codecs/bmp/Rows.h"
 
+#include "codecs/ClearMemory.h"
 #include "data/StreamBuffer.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace ET::Img {
 
@@ -20,9 +20,6 @@ std::uint32_t RowsOfNextBlock(const Quorvex::Stream& stream, std::uint64_t rowBy
     const std::uint64_t inBlock = std::max<std::uint64_t>(1, blockBytes / rowBytes);
     return static_cast<std::uint32_t>(std::min({available, inBlock, std::uint64_t(wanted)}));
 }
-
-// Pixels of a row that are looked at together.
-constexpr std::uint32_t spanPixels = 1024;
 
 } // namespace
 
@@ -56,18 +53,11 @@ void DecodeRows(Quorvex::Stream& stream, const RowFormat& format, const Quorvex:
 }
 
 void ClearRows(const Quorvex::Data::Lock<Pixel>& lock, std::uint32_t first, std::uint32_t end) {
-    static constexpr Pixel zeros[spanPixels] = {};
     // A header may claim any number of rows that have no pixels.
     if (lock.Width == 0)
         return;
-    for (std::uint32_t y = first; y < end; ++y) {
-        for (std::uint32_t x = 0; x < lock.Width; x += spanPixels) {
-            Pixel* span = lock.Row(y) + x;
-            const std::size_t bytes = std::min(spanPixels, lock.Width - x) * sizeof(Pixel);
-            if (std::memcmp(span, zeros, bytes) != 0)
-                std::memset(static_cast<void*>(span), 0, bytes);
-        }
-    }
+    for (std::uint32_t y = first; y < end; ++y)
+        ClearMemory(lock.Row(y), lock.Width * sizeof(Pixel));
 }
 
 bool HasVisibleAlpha(const Quorvex::Data::Lock<Pixel>& lock) {

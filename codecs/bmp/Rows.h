@@ -29,8 +29,7 @@ private:
 void DecodeRows(Quorvex::Stream& stream, const RowFormat& format, const Quorvex::Data::Lock<Pixel>& lock,
                 RowWalk& walk);
 
-/// Makes the visible pixels of the rows from first up to end 0. Writes only where that changes anything: memory fresh
-/// from the system reads as 0 and stays unused, so that an image that is large in its header alone costs no memory.
+/// Makes the visible pixels of the rows from first up to end 0, as ClearMemory does.
 void ClearRows(const Quorvex::Data::Lock<Pixel>& lock, std::uint32_t first, std::uint32_t end);
 
 /// Whether any visible pixel has an alpha other than 0.
