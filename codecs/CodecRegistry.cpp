@@ -4,13 +4,15 @@
 #include "codecs/gif/GIFDecoder.h"
 #include "codecs/jpg/JPGDecoder.h"
 #include "codecs/png/PNGDecoder.h"
+#include "codecs/tif/TIFDecoder.h"
 
 namespace ET::Img {
 
 CodecRegistry& GetCodecRegistry() {
     static CodecRegistry registry{
         SharedPtr<BMPDecoderFactory>(new BMPDecoderFactory()), SharedPtr<GIFDecoderFactory>(new GIFDecoderFactory()),
-        SharedPtr<JPGDecoderFactory>(new JPGDecoderFactory()), SharedPtr<PNGDecoderFactory>(new PNGDecoderFactory())};
+        SharedPtr<JPGDecoderFactory>(new JPGDecoderFactory()), SharedPtr<PNGDecoderFactory>(new PNGDecoderFactory()),
+        SharedPtr<TIFDecoderFactory>(new TIFDecoderFactory())};
     return registry;
 }
 

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "codecs/tif/Layout.h"
+
+#include <memory>
+
+namespace ET::Img::Tif {
+
+/// What a tile becomes: rows of samples, as they are packed without compression.
+struct TileShape {
+    std::uint32_t columns;        ///< Pixels of a row of the tile.
+    std::uint32_t visibleColumns; ///< Those of them that lie in the image.
+    std::uint32_t rows;           ///< That lie in the image; the others are of no use.
+    std::uint64_t rowBytes;
+
+    std::uint64_t Bytes() const { return rowBytes * rows; }
+};
+
+/// A way in which tiles are compressed. Any number of threads.
+class Decompression {
+public:
+    Decompression() = default;
+    Decompression(const Decompression&) = delete;
+    Decompression& operator=(const Decompression&) = delete;
+    virtual ~Decompression() = default;
+
+    /// Fills the target, which has shape.Bytes() bytes. Raises Exception where the bytes of the file are damaged or too
+    /// few, and std::bad_alloc.
+    virtual void Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const = 0;
+    /// No source of that many bytes stands for more than this, so that a few of them cannot ask for gigabytes.
+    virtual std::uint64_t LargestSize(std::uint64_t sourceSize, const TileShape& shape) const = 0;
+};
+
+/// The one that the directory names. Raises Exception with the reason where there is none.
+std::unique_ptr<const Decompression> MakeDecompression(const Directory& directory, const Layout& layout);
+
+/// Whether tiles become bytes of red, green and blue, or of one sample, whatever the file has: JPEG and YCbCr.
+bool MakesPlainBytes(const Layout& layout);
+
+} // namespace ET::Img::Tif

@@ -1,0 +1,145 @@
+#include "codecs/tif/JpegDecompression.h"
+
+#include "codecs/jpg/JPGDecoder.h"
+#include "codecs/tif/OldJpeg.h"
+#include "codecs/tif/Tags.h"
+#include "data/Image.h"
+#include "data/MemoryStream.h"
+#include "foundation/Exception.h"
+
+#include <limits>
+
+namespace ET::Img::Tif {
+
+namespace {
+
+using Quorvex::Data::LockMode;
+using Pixel = Quorvex::Data::ColorBGRA<std::uint8_t>;
+using Bytes = std::vector<std::uint8_t>;
+
+constexpr std::size_t markerBytes = 2;
+
+bool EndsWithEnd(std::span<const std::uint8_t> bytes) {
+    return bytes.size() >= markerBytes && bytes[bytes.size() - 2] == 0xFF && bytes[bytes.size() - 1] == 0xD9;
+}
+
+/// The first of the two without its end, and the second without its start, as one file.
+Bytes Joined(std::span<const std::uint8_t> tables, std::span<const std::uint8_t> image) {
+    if (EndsWithEnd(tables))
+        tables = tables.first(tables.size() - markerBytes);
+    Bytes joined(tables.begin(), tables.end());
+    if (StartsJpeg(image))
+        image = image.subspan(markerBytes);
+    joined.insert(joined.end(), image.begin(), image.end());
+    return joined;
+}
+
+/// A decoder that writes what a tile has room for.
+class JpegTiles : public Decompression {
+public:
+    JpegTiles(const Directory& directory, const Layout& layout)
+        : m_samples(layout.SamplesInTile()), m_photometric(static_cast<std::uint16_t>(layout.photometric)),
+          m_restartInterval(
+              static_cast<std::uint16_t>(directory.Integer(Tag::JPEGRestartInterval).value_or(0) & 0xFFFF)) {
+        const std::span<const std::uint8_t> tables = directory.Bytes(Tag::JPEGTables);
+        m_tables.assign(tables.begin(), tables.end());
+    }
+
+    void Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+        Bytes joined;
+        if (!m_tables.empty()) {
+            joined = Joined(m_tables, source);
+            source = joined;
+        }
+        DecodeFile(source, shape, target);
+    }
+
+    /// Flat blocks take next to nothing; the size of the frame is what is checked.
+    std::uint64_t LargestSize(std::uint64_t, const TileShape&) const override {
+        return std::numeric_limits<std::uint64_t>::max();
+    }
+
+protected:
+    void DecodeFile(std::span<const std::uint8_t> file, const TileShape& shape, std::uint8_t* target) const {
+        JPGDecoder decoder(
+            Quorvex::MakeShared<Quorvex::MemoryStream>(file.data(), static_cast<std::uint32_t>(file.size())));
+        if (m_samples != 1 || m_photometric == Photometric::Rgb)
+            decoder.SetPhotometric(m_photometric);
+        decoder.SetRestartInterval(m_restartInterval);
+        decoder.SetWorkerCount(1);
+        const ImageInfo info = decoder.GetInfo(0);
+        CheckFrame(info, shape);
+        const SharedPtr<ImageBase> image = Quorvex::MakeShared<Quorvex::Data::Image<Pixel>>();
+        image->Allocate(info.Width, info.Height, info.AllocatedWidth, info.AllocatedHeight);
+        decoder.Load(image, 0);
+        if (decoder.IsIncomplete())
+            throw Quorvex::Exception();
+        CopyRows(*image, shape, target);
+    }
+
+private:
+    /// The frame covers what is seen of the tile. It may be larger than that, as the last strip's may, but not so that
+    /// a few bytes take the memory of another image.
+    static void CheckFrame(const ImageInfo& info, const TileShape& shape) {
+        constexpr std::uint64_t tolerance = 1 << 24, factor = 4;
+        const std::uint64_t pixels = std::uint64_t(info.Width) * info.Height;
+        if (info.ColorType != Quorvex::Data::ColorTypeEnum::BGRAUInt8 || info.Width < shape.visibleColumns ||
+            info.Height < shape.rows || pixels > tolerance + factor * shape.columns * shape.rows)
+            throw Quorvex::Exception();
+    }
+
+    void CopyRows(ImageBase& image, const TileShape& shape, std::uint8_t* target) const {
+        const auto lock = image.LockBGRAUInt8(LockMode::ReadWrite);
+        const std::uint32_t samples = m_samples;
+        for (std::uint32_t y = 0; y < shape.rows; ++y, target += shape.rowBytes) {
+            const Pixel* const row = lock.Row(y);
+            std::uint8_t* to = target;
+            for (std::uint32_t x = 0; x < shape.visibleColumns; ++x, to += samples) {
+                to[0] = row[x].red;
+                if (samples >= 3) {
+                    to[1] = row[x].green;
+                    to[2] = row[x].blue;
+                }
+                if (samples == 4)
+                    to[3] = row[x].alpha;
+            }
+        }
+    }
+
+    std::uint32_t m_samples;
+    std::uint16_t m_photometric;
+    std::uint16_t m_restartInterval;
+    Bytes m_tables;
+};
+
+/// Tiles that hold entropy-coded data alone get the headers that the tags tell of.
+class OldJpegTiles final : public JpegTiles {
+public:
+    OldJpegTiles(const Directory& directory, const Layout& layout)
+        : JpegTiles(directory, layout), m_headers(directory, layout) {}
+
+    void Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+        if (StartsJpeg(source))
+            JpegTiles::Decode(source, shape, target);
+        else
+            DecodeFile(m_headers.FileOf(source, shape.columns, shape.rows), shape, target);
+    }
+
+private:
+    OldJpegHeaders m_headers;
+};
+
+} // namespace
+
+std::unique_ptr<const Decompression> MakeJpegDecompression(const Directory& directory, const Layout& layout) {
+    if (layout.bits != 8)
+        throw Quorvex::Exception("JPEG compression with BitsPerSample!=8 is not supported");
+    const std::uint32_t samples = layout.SamplesInTile();
+    if (layout.format != SampleFormat::Unsigned || samples == 2 || samples > 4)
+        throw Quorvex::Exception();
+    if (layout.compression == Compression::OldJpeg)
+        return std::make_unique<OldJpegTiles>(directory, layout);
+    return std::make_unique<JpegTiles>(directory, layout);
+}
+
+} // namespace ET::Img::Tif

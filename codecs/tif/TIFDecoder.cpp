@@ -1,0 +1,72 @@
+#include "codecs/tif/TIFDecoder.h"
+
+#include "codecs/TargetCheck.h"
+#include "codecs/tif/Tags.h"
+#include "codecs/tif/TileDecoding.h"
+#include "foundation/Exception.h"
+#include "foundation/Logger.h"
+
+#include <limits>
+
+namespace ET::Img {
+
+using namespace Tif;
+
+TIFDecoderImpl::TIFDecoderImpl(SharedPtr<Quorvex::Stream> stream) : m_stream(std::move(stream)) {
+    Quorvex::StreamBuffer buffer;
+    ReadFile(buffer);
+    const Header header(buffer);
+    m_directories = WalkDirectories(Numbers(buffer, header.order), header.firstDirectory);
+}
+
+TIFDecoderImpl::~TIFDecoderImpl() = default;
+
+void TIFDecoderImpl::ReadFile(Quorvex::StreamBuffer& buffer) const {
+    m_stream->seek(0);
+    if (m_stream->size() > std::numeric_limits<std::uint32_t>::max())
+        throw Quorvex::Exception();
+    buffer.Refill(m_stream->lock(static_cast<std::uint32_t>(m_stream->size())));
+}
+
+SharedPtr<ImageBase> TIFDecoderImpl::Load(const SharedPtr<ImageBase>& target, std::uint32_t index) {
+    if (index >= m_directories.size())
+        throw Quorvex::Exception();
+    Quorvex::StreamBuffer buffer;
+    ReadFile(buffer);
+    const Header header(buffer);
+    const Directory directory(Numbers(buffer, header.order), m_directories[index]);
+    const Layout layout(directory);
+    Info = layout.GetImageInfo(directory);
+    m_orientation = OrientationOf(directory);
+    if (!target)
+        return {};
+
+    CheckTarget(*target, Info);
+    SetPixelAspect(directory, *target);
+    ReportIgnoredSamples(layout);
+    target->HasAlpha = layout.isAlphaTold ? 1 : 0;
+    if (!DecodeTiles(directory, layout, *target, m_workerCount))
+        *Incomplete = true;
+    return target;
+}
+
+void TIFDecoderImpl::SetPixelAspect(const Directory& directory, ImageBase& target) const {
+    const std::optional<double> x = directory.Rational(Tag::XResolution), y = directory.Rational(Tag::YResolution);
+    if (x && y)
+        target.SetPixelAspect(*x, *y);
+}
+
+void TIFDecoderImpl::ReportIgnoredSamples(const Layout& layout) const {
+    if (!layout.hasIgnoredSamples || !m_logger)
+        return;
+    m_logger->Log({Quorvex::String(u"TIFF: Die Pixel haben weitere Werte, die nicht angezeigt werden"),
+                   Quorvex::String(u"TIFF: The pixels have more samples, which are not shown")});
+}
+
+SharedPtr<ImageBase> TIFDecoder::Load(const SharedPtr<ImageBase>& target, std::uint32_t index) {
+    SharedPtr<ImageBase> image = CheckedImpl().Load(target, index);
+    m_orientation = CheckedImpl().GetOrientation();
+    return image;
+}
+
+} // namespace ET::Img

@@ -1,0 +1,178 @@
+#include "codecs/tif/TileDecoding.h"
+
+#include "codecs/ClearMemory.h"
+#include "codecs/SharedWork.h"
+#include "codecs/tif/Decompression.h"
+#include "codecs/tif/OldJpeg.h"
+#include "codecs/tif/TilePainter.h"
+#include "foundation/platform/Processors.h"
+
+#include <atomic>
+#include <limits>
+#include <new>
+
+namespace ET::Img::Tif {
+
+namespace {
+
+constexpr std::uint32_t largestWorkerCount = 8;
+/// A thread is worth its start from so many samples of the image on.
+constexpr std::uint64_t samplesPerWorker = 1 << 17;
+
+std::uint32_t WorkersFor(const Layout& layout, const TileGrid& grid, std::uint32_t workerCount) {
+    const std::uint64_t useful =
+        std::min<std::uint64_t>(grid.GetStoredCount(), 1 + std::uint64_t(layout.width) * layout.height *
+                                                               layout.colorSamples / samplesPerWorker);
+    if (workerCount == 0)
+        workerCount = static_cast<std::uint32_t>(
+            std::min<std::uint64_t>(Quorvex::Platform::GetProcessorCount(), std::max<std::uint64_t>(useful, 1)));
+    return std::min(workerCount, largestWorkerCount);
+}
+
+RowFormat RowFormatOf(const Layout& layout, const TileGrid& grid) {
+    RowFormat format{layout.order,     layout.format,          layout.bits,
+                     layout.predictor, layout.SamplesInTile(), grid.GetTileWidth()};
+    if (MakesPlainBytes(layout)) {
+        format.bits = 8;
+        format.predictor = 1;
+    }
+    if (layout.compression == Compression::ModifiedHuffman || layout.compression == Compression::Group3)
+        format.predictor = 1;
+    return format;
+}
+
+/// The rows of the planes of a tile: in the file itself where they lie there as they are, or decoded. One thread.
+class TileBytes {
+public:
+    TileBytes(const TileGrid& grid, const Layout& layout, const RowFormat& format, const Decompression& decompression)
+        : m_grid(grid), m_format(format), m_decompression(decompression),
+          m_isStored(layout.compression == Compression::None && !layout.isFillReversed && !MakesPlainBytes(layout)),
+          m_isFullyStored(layout.compression == Compression::None), m_planes(PlaneList(layout).planes),
+          m_buffers(m_planes.size()), m_sizes(m_planes.size()) {}
+
+    /// Null for a plane that cannot be decoded.
+    std::vector<const std::uint8_t*> Decode(std::uint64_t tile, const TileGrid::Place& place) {
+        const TileShape shape{m_grid.GetTileWidth(), place.columns, place.rows, m_format.RowBytes()};
+        std::vector<const std::uint8_t*> rows(m_planes.size());
+        for (std::size_t i = 0; i < m_planes.size(); ++i)
+            rows[i] = DecodePlane(tile, i, shape);
+        return rows;
+    }
+
+private:
+    const std::uint8_t* DecodePlane(std::uint64_t tile, std::size_t i, const TileShape& shape) {
+        const std::span<const std::uint8_t> source =
+            m_isFullyStored ? m_grid.GetSourceUpToEnd(tile, m_planes[i]) : m_grid.GetSource(tile, m_planes[i]);
+        if (source.empty())
+            return nullptr;
+        if (m_isStored)
+            return source.size() >= shape.Bytes() ? source.data() : nullptr;
+        if (m_decompression.LargestSize(source.size(), shape) < shape.Bytes())
+            return nullptr;
+        try {
+            std::uint8_t* const buffer = Buffer(i, shape.Bytes());
+            m_decompression.Decode(source, shape, buffer);
+            return buffer;
+        } catch (const Quorvex::Exception&) {
+            return nullptr;
+        }
+    }
+
+    std::uint8_t* Buffer(std::size_t i, std::uint64_t size) {
+        if (size > m_sizes[i]) {
+            if (size > std::numeric_limits<std::ptrdiff_t>::max())
+                throw std::bad_alloc();
+            m_sizes[i] = 0;
+            m_buffers[i].reset();
+            m_buffers[i].reset(new std::uint8_t[static_cast<std::size_t>(size)]);
+            m_sizes[i] = size;
+        }
+        return m_buffers[i].get();
+    }
+
+    const TileGrid& m_grid;
+    const RowFormat& m_format;
+    const Decompression& m_decompression;
+    bool m_isStored;      ///< Rows lie in the file as they are.
+    bool m_isFullyStored; ///< The size of a tile follows from the image; what the file says of it does not matter.
+    std::vector<std::uint32_t> m_planes;
+    std::vector<std::unique_ptr<std::uint8_t[]>> m_buffers;
+    std::vector<std::uint64_t> m_sizes;
+};
+
+/// All tiles, taken by any number of threads.
+template <class Sample, class Conversion>
+class TileRun {
+public:
+    TileRun(const Directory& directory, const Layout& layout, const TileGrid& grid, const Decompression& decompression,
+            Quorvex::Data::ImageBase& target)
+        : m_layout(layout), m_grid(grid), m_decompression(decompression), m_format(RowFormatOf(layout, grid)),
+          m_conversion(directory, layout),
+          m_lock(Quorvex::Data::SampleTraits<Sample>::LockIn(target, Quorvex::Data::LockMode::ReadWrite)) {}
+
+    bool Run(std::uint32_t workerCount) {
+        if (m_grid.GetStoredCount() < m_grid.GetCount()) {
+            m_isIncomplete = true;
+            for (std::uint32_t y = 0; y < m_lock.Height; ++y)
+                ClearMemory(m_lock.Row(y), m_lock.Width * sizeof(Sample));
+        }
+        ShareWork(workerCount, [this] { Work(); });
+        return !m_isIncomplete;
+    }
+
+private:
+    void Work() {
+        TileBytes bytes(m_grid, m_layout, m_format, m_decompression);
+        TilePainter<Sample, Conversion> painter(m_layout, m_format, std::min(m_grid.GetTileWidth(), m_layout.width),
+                                                m_conversion, m_lock);
+        for (std::uint64_t tile = m_next++; tile < m_grid.GetStoredCount(); tile = m_next++) {
+            const TileGrid::Place place = m_grid.GetPlace(tile);
+            const std::vector<const std::uint8_t*> planes = bytes.Decode(tile, place);
+            const auto missing = static_cast<std::size_t>(std::count(planes.begin(), planes.end(), nullptr));
+            if (missing != 0)
+                m_isIncomplete = true;
+            if (missing == planes.size())
+                painter.Clear(place);
+            else
+                painter.Paint(place, planes);
+        }
+    }
+
+    const Layout& m_layout;
+    const TileGrid& m_grid;
+    const Decompression& m_decompression;
+    const RowFormat m_format;
+    const Conversion m_conversion;
+    const Quorvex::Data::Lock<Sample> m_lock;
+    std::atomic<std::uint64_t> m_next = 0;
+    std::atomic<bool> m_isIncomplete = false;
+};
+
+template <class Sample>
+bool DecodeAs(const Directory& directory, const Layout& layout, const TileGrid& grid,
+              const Decompression& decompression, Quorvex::Data::ImageBase& target, std::uint32_t workerCount) {
+    using Channel = typename Quorvex::Data::ChannelOf<Sample>::Type;
+    const std::uint32_t workers = WorkersFor(layout, grid, workerCount);
+    if constexpr (Quorvex::Data::SampleTraits<Sample>::isColor &&
+                  (std::is_same_v<Channel, std::uint8_t> || std::is_same_v<Channel, std::uint16_t>))
+        if (layout.photometric == Photometric::Palette)
+            return TileRun<Sample, PaletteConversion<Sample>>(directory, layout, grid, decompression, target)
+                .Run(workers);
+    return TileRun<Sample, DirectConversion<Sample>>(directory, layout, grid, decompression, target).Run(workers);
+}
+
+} // namespace
+
+bool DecodeTiles(const Directory& directory, const Layout& layout, Quorvex::Data::ImageBase& target,
+                 std::uint32_t workerCount) {
+    const std::unique_ptr<const Decompression> decompression = MakeDecompression(directory, layout);
+    std::optional<std::vector<std::uint8_t>> interchange;
+    if (layout.compression == Compression::OldJpeg)
+        interchange = ReadInterchangeFormat(directory);
+    const TileGrid grid = interchange ? TileGrid(directory, layout, *interchange) : TileGrid(directory, layout);
+    return Quorvex::Data::Dispatch(target.ColorType, "unknown color type", [&](auto tag) {
+        return DecodeAs<typename decltype(tag)::Sample>(directory, layout, grid, *decompression, target, workerCount);
+    });
+}
+
+} // namespace ET::Img::Tif
