@@ -1,5 +1,6 @@
 #include "codecs/tif/Decompression.h"
 
+#include "codecs/lzw/TiffLzw.h"
 #include "codecs/tif/JpegDecompression.h"
 #include "codecs/tif/PackBits.h"
 #include "codecs/tif/Tags.h"
@@ -8,6 +9,7 @@
 
 #include <array>
 #include <cstring>
+#include <limits>
 
 namespace ET::Img::Tif {
 
@@ -30,6 +32,17 @@ public:
     }
     /// Two bytes make up to 128.
     std::uint64_t LargestSize(std::uint64_t sourceSize, const TileShape&) const override { return 64 * sourceSize; }
+};
+
+class LzwCodes final : public Decompression {
+public:
+    void Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+        if (shape.Bytes() > std::numeric_limits<std::uint32_t>::max())
+            throw Quorvex::Exception();
+        DecodeTiffLzw(source.data(), source.size(), target, static_cast<std::size_t>(shape.Bytes()));
+    }
+    /// A code of nine bits or more stands for less than 4096 bytes.
+    std::uint64_t LargestSize(std::uint64_t sourceSize, const TileShape&) const override { return 4096 * sourceSize; }
 };
 
 /// Bytes whose bits lie the other way round, for schemes that know one way alone.
@@ -84,6 +97,8 @@ std::unique_ptr<const Decompression> MakeForScheme(const Directory& directory, c
     switch (layout.compression) {
     case Compression::None:
         return InFillOrder(layout, std::make_unique<StoredBytes>());
+    case Compression::Lzw:
+        return InFillOrder(layout, std::make_unique<LzwCodes>());
     case Compression::PackBits:
         return InFillOrder(layout, std::make_unique<PackedBits>());
     case Compression::OldJpeg:
