@@ -75,8 +75,8 @@ std::uint16_t OrientationOf(const Directory& directory);
 /// The same of the first directory of a file. Raises as Header and Directory do.
 std::uint16_t ReadOrientation(Quorvex::Stream& stream);
 
-/// Where the directories of a file lie. The first counts wherever it is; the chain ends at an offset of 0, at one beyond
-/// the file, and at one that was there before.
+/// Where the directories of a file lie. The first counts wherever it is; the chain ends at an offset of 0, at one
+/// beyond the file, and at one that was there before.
 std::vector<std::uint32_t> WalkDirectories(const Numbers& numbers, std::uint32_t first);
 
 } // namespace ET::Img::Tif
