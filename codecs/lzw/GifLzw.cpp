@@ -13,7 +13,7 @@ void CheckGifCodeSize(std::uint32_t codeSize) {
 void DecodeGifLzw(const std::uint8_t* source, std::size_t sourceSize, std::uint32_t codeSize, std::uint32_t pixelCount,
                   std::uint8_t* target, std::uint32_t targetSize) {
     Lzw::Output output(target, targetSize, pixelCount);
-    Lzw::Decoder<Lzw::Format{Lzw::BitOrder::LowFirst, 0}>(source, sourceSize, codeSize).Decode(output);
+    Lzw::Decoder<Lzw::Format{BitOrder::LowFirst, 0}>(source, sourceSize, codeSize).Decode(output);
 }
 
 } // namespace ET::Img

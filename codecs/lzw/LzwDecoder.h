@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codecs/lzw/CodeReader.h"
+#include "codecs/CodeReader.h"
 #include "codecs/lzw/Output.h"
 #include "foundation/Exception.h"
 

@@ -8,7 +8,6 @@ namespace ET::Img {
 
 namespace {
 
-using Lzw::BitOrder;
 using Lzw::Format;
 
 constexpr Format usual{BitOrder::HighFirst, 1};
