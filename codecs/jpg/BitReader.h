@@ -45,12 +45,12 @@ public:
         Skip(count);
         return value;
     }
-    /// With a fill before it.
-    std::uint32_t FillAndGet(unsigned count) {
-        Fill();
-        return Get(count);
+    /// One bit, with a fill only where there is none left.
+    std::uint32_t GetBit() {
+        if (m_count == 0)
+            Fill();
+        return Get(1);
     }
-
     /// Whether more was read than the zeros that fill up a last byte.
     bool IsOverrun() const { return m_paddingBits > m_count + 7; }
 

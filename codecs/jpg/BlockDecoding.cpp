@@ -2,6 +2,8 @@
 
 #include "foundation/Exception.h"
 
+#include <cstring>
+
 namespace ET::Img::Jpg {
 
 void ProgressiveDecoder::FirstDc(ProgressiveDecoder& scan, BitReader& reader, const BlockTables& tables,
@@ -13,7 +15,7 @@ void ProgressiveDecoder::FirstDc(ProgressiveDecoder& scan, BitReader& reader, co
 void ProgressiveDecoder::RefineDc(ProgressiveDecoder& scan, BitReader& reader, const BlockTables& tables, std::int32_t&,
                                   std::int16_t* block) {
     // The bits below are zero, also those of a negative number, so that adding sets one.
-    const std::int32_t bit = static_cast<std::int32_t>(reader.FillAndGet(1)) << scan.m_bitLow;
+    const std::int32_t bit = static_cast<std::int32_t>(reader.GetBit()) << scan.m_bitLow;
     block[0] = Within16Bits(block[0] + std::int64_t(bit) * tables.quantisation[0]);
 }
 
@@ -61,8 +63,18 @@ namespace {
 
 /// A coefficient that is known to differ from 0 gets one bit more, away from it.
 void RefineCoefficient(BitReader& reader, std::int16_t& coefficient, std::int32_t step) {
-    if (reader.FillAndGet(1) != 0)
+    if (reader.GetBit() != 0)
         coefficient = Within16Bits(coefficient + (coefficient > 0 ? step : -std::int64_t(step)));
+}
+
+/// Whether any coefficient but the first differs from 0.
+bool HasAc(const std::int16_t* block) {
+    std::uint64_t four = 0, any = 0;
+    for (std::size_t place = 4; place < blockSize; place += 4) {
+        std::memcpy(&four, block + place, sizeof(four));
+        any |= four;
+    }
+    return any != 0 || (block[1] | block[2] | block[3]) != 0;
 }
 
 } // namespace
@@ -82,7 +94,7 @@ void ProgressiveDecoder::RefineAc(ProgressiveDecoder& scan, BitReader& reader, c
                 break;
             }
         } else if ((symbol & 0xF) == 1) {
-            newValue = reader.FillAndGet(1) != 0 ? bit : -bit;
+            newValue = reader.GetBit() != 0 ? bit : -bit;
         } else {
             throw Quorvex::Exception("Wrong ZeroRunLength code");
         }
@@ -106,6 +118,8 @@ void ProgressiveDecoder::RefineAc(ProgressiveDecoder& scan, BitReader& reader, c
     if (scan.m_endOfBandRun == 0)
         return;
     --scan.m_endOfBandRun;
+    if (!HasAc(block))
+        return;
     for (; place <= scan.m_end; ++place)
         if (std::int16_t& coefficient = block[naturalOrder[place]]; coefficient != 0)
             RefineCoefficient(reader, coefficient, bit * tables.quantisation[place]);

@@ -1,6 +1,7 @@
 #include "codecs/jpg/Frame.h"
 
 #include "foundation/Exception.h"
+#include "foundation/platform/Memory.h"
 
 #include <algorithm>
 #include <limits>
@@ -46,6 +47,7 @@ void CoefficientBlocks::Allocate(std::uint64_t blockCount) {
     m_memory.reset(std::calloc(static_cast<std::size_t>(bytes), 1));
     if (m_memory == nullptr)
         throw std::bad_alloc();
+    Quorvex::Platform::ExpectToFill(m_memory.get(), static_cast<std::size_t>(bytes));
     const auto address = reinterpret_cast<std::uintptr_t>(m_memory.get());
     m_first = reinterpret_cast<std::int16_t*>((address + alignment - 1) / alignment * alignment);
 }

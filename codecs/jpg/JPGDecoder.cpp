@@ -167,8 +167,8 @@ JPGDecoderImpl::Next JPGDecoderImpl::ReadFrameHeader(Quorvex::StreamBuffer& buff
         return Next::EndOfHeaders;
     AdmitFrame(buffer.GetSize());
     CheckTarget(*target, Info);
-    // Most pixels are written by their MCUs alone; what these do not reach is set behind them.
-    m_isTargetSet = kind == FrameKind::Lossless || m_frame.precision > 8 || !IsCovered(*target, m_frame);
+    // MCUs cover whatever is visible; where they are missing, pixels of 8 bits are set behind them.
+    m_isTargetSet = kind == FrameKind::Lossless || m_frame.precision > 8;
     if (m_isTargetSet)
         ClearToGrey(*target);
     return Next::Continue;

@@ -191,11 +191,6 @@ bool IsSingleScan(const Frame& frame, const ScanHeader& header) {
            (frame.kind == FrameKind::Baseline && header.componentCount == frame.componentCount);
 }
 
-bool IsCovered(const Quorvex::Data::ImageBase& target, const Frame& frame) {
-    return target.AllocatedWidth == 8 * frame.largestHorizontal * frame.mcuColumns &&
-           target.AllocatedHeight == 8 * frame.largestVertical * frame.mcuRows;
-}
-
 ScanResult DecodeScan(const ScanContext& context, const ScanHeader& header, const Quorvex::StreamBuffer& buffer) {
     try {
         return DecodeAnyScan(context, header, buffer);

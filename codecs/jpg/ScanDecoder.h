@@ -30,9 +30,6 @@ struct ScanResult {
 /// frame until FinishFrame.
 bool IsSingleScan(const Frame& frame, const ScanHeader& header);
 
-/// Whether the MCUs of the frame cover the target, so that pixels at once reach all of it.
-bool IsCovered(const Quorvex::Data::ImageBase& target, const Frame& frame);
-
 /// Decodes the entropy-coded data that the buffer stands at. What is damaged is left out and makes the result
 /// incomplete. Raises Exception "JPGDecoder failed, " and the reason where the frame cannot be converted to pixels or
 /// no thread can be started, and std::bad_alloc.
