@@ -1,8 +1,10 @@
 #include "codecs/CodecFactory.h"
 #include "codecs/bmp/BMPDecoder.h"
 #include "codecs/gif/GIFDecoder.h"
+#include "codecs/ico/ICODecoder.h"
 #include "codecs/jpg/JPGDecoder.h"
 #include "codecs/png/PNGDecoder.h"
+#include "codecs/tif/TIFDecoder.h"
 #include "foundation/Locale.h"
 
 #include <gtest/gtest.h>
@@ -56,12 +58,14 @@ TEST(Pattern, TakesNamesBeyondOneByte) {
 
 TEST(CodecRegistry, HoldsTheFactoriesInTheOrderOfTheirPriority) {
     const CodecRegistry& registry = GetCodecRegistry();
-    ASSERT_GE(registry.size(), 4u);
+    ASSERT_GE(registry.size(), 6u);
     EXPECT_EQ(&registry, &GetCodecRegistry());
     EXPECT_TRUE(registry[0].DynamicCast<BMPDecoderFactory>());
     EXPECT_TRUE(registry[1].DynamicCast<GIFDecoderFactory>());
-    EXPECT_TRUE(registry[2].DynamicCast<JPGDecoderFactory>());
-    EXPECT_TRUE(registry[3].DynamicCast<PNGDecoderFactory>());
+    EXPECT_TRUE(registry[2].DynamicCast<ICODecoderFactory>());
+    EXPECT_TRUE(registry[3].DynamicCast<JPGDecoderFactory>());
+    EXPECT_TRUE(registry[4].DynamicCast<PNGDecoderFactory>());
+    EXPECT_TRUE(registry[5].DynamicCast<TIFDecoderFactory>());
 }
 
 void ExpectTexts(const CodecFactory& factory, const char16_t* pattern, const char16_t* german,
@@ -79,10 +83,12 @@ TEST(CodecRegistry, FactoriesHaveTheirPatternsAndTexts) {
                 u"BMP-Dateien (*.bmp;*.dib;*.rl4;*.rl8;*.rle;*.vga)",
                 u"BMP files (*.bmp;*.dib;*.rl4;*.rl8;*.rle;*.vga)");
     ExpectTexts(GIFDecoderFactory(), u"*.gif", u"GIF-Dateien (*.gif)", u"GIF files (*.gif)");
+    ExpectTexts(ICODecoderFactory(), u"*.ico;*.cur", u"ICO-Dateien (*.ico;*.cur)", u"ICO files (*.ico;*.cur)");
     ExpectTexts(JPGDecoderFactory(), u"*.jpg;*.jff;*.jfi;*.jfif;*.jif;*.jpe;*.jpeg;*.jps;*.thm",
                 u"JPG-Dateien (*.jpg;*.jff;*.jfi;*.jfif;*.jif;*.jpe;*.jpeg;*.jps;*.thm)",
                 u"JPG files (*.jpg;*.jff;*.jfi;*.jfif;*.jif;*.jpe;*.jpeg;*.jps;*.thm)");
     ExpectTexts(PNGDecoderFactory(), u"*.png", u"PNG-Dateien (*.png)", u"PNG files (*.png)");
+    ExpectTexts(TIFDecoderFactory(), u"*.tif;*.tiff", u"TIF-Dateien (*.tif;*.tiff)", u"TIF files (*.tif;*.tiff)");
 }
 
 TEST(BMPDecoderFactory, MatchesAllItsExtensions) {

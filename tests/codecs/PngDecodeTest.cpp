@@ -218,3 +218,19 @@ TEST(PngHeader, OfAnotherDepthIsRefused) {
     for (const std::uint32_t colorType : {0u, 2u, 4u, 6u})
         EXPECT_EQ(failure(16, colorType), "none");
 }
+
+TEST(PngDecode, AFileThatIsNamedAsABitmapIsFoundByItsContent) {
+    const PngRecipe recipe{.width = 6, .height = 4, .colorType = 2};
+    const auto stream = MakeShared<TestStream>(recipe.Build());
+    ET::Img::LoadTarget target;
+    target.context = MakeShared<TestContext>();
+    SharedPtr<Data::ImageBase> image;
+    std::int32_t index = ET::Img::ImageIndex::Default;
+    EXPECT_THROW(ET::Img::DecodeByExtension("a.bmp", stream, target, index, image), Exception);
+    stream->seek(0);
+    index = ET::Img::ImageIndex::Default;
+    const auto decoder = ET::Img::DecodeByContent(stream, target, index, image);
+    EXPECT_TRUE(decoder.DynamicCast<ET::Img::PNGDecoder>());
+    EXPECT_EQ(index, 1);
+    EXPECT_EQ(image->GetWidth(), 6u);
+}

@@ -1,0 +1,266 @@
+#include "codecs/DecodeWithFactory.h"
+#include "codecs/ico/EntryStream.h"
+#include "codecs/ico/ICODecoder.h"
+#include "data/StreamBuffer.h"
+#include "tests/codecs/BmpRecipe.h"
+#include "tests/codecs/DecoderLoad.h"
+#include "tests/codecs/IcoRecipe.h"
+#include "tests/codecs/IcoReference.h"
+#include "tests/codecs/PngRecipe.h"
+#include "tests/codecs/ProcessorTime.h"
+#include "tests/codecs/TestContext.h"
+#include "tests/support/RaisedText.h"
+
+#include <gtest/gtest.h>
+
+using namespace Quorvex;
+using Quorvex::Test::RaisedText;
+using IcoLoad = DecoderLoad<ET::Img::ICODecoder>;
+
+namespace {
+
+constexpr char nothing[] = "(nothing was raised)";
+
+std::string OpeningFailure(const Bytes& file) {
+    return RaisedText([&] { ET::Img::ICODecoder decoder(MakeShared<TestStream>(file)); });
+}
+
+std::string Failure(const Bytes& file, std::uint32_t index = 0) {
+    return RaisedText([&] { const IcoLoad load(file, TestStream::Manner::File, index); });
+}
+
+std::string ImageFailure(const Bytes& image) {
+    return Failure(IcoRecipe{.images = {{1, 1, 32, image}}}.Build());
+}
+
+Bytes Cut(const Bytes& file, std::size_t length) {
+    return Bytes(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(length));
+}
+
+/// One image of each kind.
+IcoRecipe MixedRecipe() {
+    IcoRecipe recipe;
+    for (const std::uint32_t bits : {1u, 4u, 8u, 16u, 24u, 32u})
+        recipe.images.push_back(IconBitmap{.width = 5, .height = 3, .bits = bits}.ToImage());
+    recipe.images.push_back({0, 0, 0, PngRecipe{.width = 5, .height = 3, .colorType = 6}.Build()});
+    return recipe;
+}
+
+} // namespace
+
+TEST(IcoFailure, OfFilesThatAreNoIcons) {
+    const IcoRecipe::Image image = IconBitmap{}.ToImage();
+    EXPECT_EQ(OpeningFailure(IcoRecipe{.reserved = 1, .images = {image}}.Build()), "not an icon or cursor file");
+    EXPECT_EQ(OpeningFailure(IcoRecipe{.reserved = 256, .images = {image}}.Build()), "not an icon or cursor file");
+    for (const std::uint16_t type : {0, 3, 256, 257})
+        EXPECT_EQ(OpeningFailure(IcoRecipe{.type = type, .images = {image}}.Build()), "not an icon or cursor file");
+    EXPECT_EQ(OpeningFailure(IcoRecipe{.type = 1, .images = {image}}.Build()), nothing);
+    EXPECT_EQ(OpeningFailure(IcoRecipe{.type = 2, .images = {image}}.Build()), nothing);
+}
+
+TEST(IcoFailure, OfFilesWithoutAnImage) {
+    EXPECT_EQ(OpeningFailure(IcoRecipe{}.Build()), "empty container!");
+}
+
+TEST(IcoFailure, OfADirectoryThatEndsEarly) {
+    const Bytes file = MixedRecipe().Build();
+    const std::size_t directoryEnd = 6 + 16 * MixedRecipe().images.size();
+    for (std::size_t length = 0; length < directoryEnd; ++length)
+        EXPECT_EQ(OpeningFailure(Cut(file, length)), "") << length;
+    EXPECT_EQ(OpeningFailure(Cut(file, directoryEnd)), nothing);
+}
+
+TEST(IcoFailure, OfAnImageThatIsNotThere) {
+    EXPECT_EQ(Failure(MixedRecipe().Build(), 7), "");
+    EXPECT_EQ(Failure(MixedRecipe().Build(), 0xFFFFFFFF), "");
+}
+
+TEST(IcoFailure, OfAnImageWithoutBytes) {
+    EXPECT_EQ(ImageFailure({}), "");
+}
+
+TEST(IcoFailure, OfAnImageTooShortForAHeight) {
+    for (std::size_t length = 1; length < 40; ++length)
+        EXPECT_EQ(ImageFailure(Cut(IconBitmap{}.Build(), length)), "") << length;
+}
+
+TEST(IcoFailure, OfAnImageThatBothDecodersRefuseIsThatOfBitmaps) {
+    BmpRecipe recipe{.height = 2, .compression = 7};
+    recipe.hasFileHeader = false;
+    recipe.data = Bytes(16, 0);
+    EXPECT_EQ(ImageFailure(recipe.Build()), "invalid compression");
+    recipe.compression = 5;
+    EXPECT_EQ(ImageFailure(recipe.Build()), "BI_PNG is not supported");
+    EXPECT_EQ(ImageFailure(Bytes(100, 0xAB)), "");
+}
+
+TEST(IcoFailure, OfADamagedPngIsThatOfBitmapsToo) {
+    Bytes png = PngRecipe{.width = 20, .height = 20, .colorType = 6}.Build();
+    png[png.size() - 50] ^= 1;
+    EXPECT_EQ(ImageFailure(png), "");
+}
+
+TEST(IcoFailure, ABrokenImageFailsAlone) {
+    IcoRecipe recipe = MixedRecipe();
+    recipe.images[1].offset = 0x7FFFFFFF;
+    recipe.images[3].size = 0x7FFFFFFF;
+    recipe.images[5].data.assign(200, 0xCD);
+    const Bytes file = recipe.Build();
+    for (std::uint32_t i = 0; i < recipe.images.size(); ++i) {
+        if (i == 1 || i == 3 || i == 5) {
+            EXPECT_EQ(Failure(file, i), "") << i;
+        } else {
+            const IcoLoad load(file, TestStream::Manner::File, i);
+            EXPECT_EQ(load.Samples(), DecodeIconImage(recipe.images[i].data).samples) << i;
+        }
+    }
+}
+
+TEST(IcoFailure, ATruncatedFileKeepsTheImagesThatAreWhole) {
+    const IcoRecipe recipe = MixedRecipe();
+    const Bytes file = recipe.Build();
+    const std::size_t directoryEnd = 6 + 16 * recipe.images.size();
+    for (std::size_t length = directoryEnd; length <= file.size(); ++length) {
+        std::size_t end = directoryEnd;
+        const Bytes cut = Cut(file, length);
+        for (std::uint32_t i = 0; i < recipe.images.size(); ++i) {
+            end += recipe.images[i].data.size();
+            ASSERT_EQ(Failure(cut, i), end <= length ? nothing : "") << "image " << i << ", cut at " << length;
+        }
+    }
+}
+
+// Whatever is damaged: the images whose bytes and entries are whole come out as they were.
+TEST(IcoFailure, OneWrongByteDamagesOneImageAtMost) {
+    const IcoRecipe recipe = MixedRecipe();
+    const Bytes file = recipe.Build();
+    std::vector<std::vector<std::uint16_t>> expected;
+    for (const auto& image : recipe.images)
+        expected.push_back(DecodeIconImage(image.data).samples);
+    const std::size_t directoryEnd = 6 + 16 * recipe.images.size();
+    for (std::size_t i = 0; i < 2000; ++i) {
+        const std::size_t position = 6 + i % (file.size() - 6);
+        Bytes damaged = file;
+        damaged[position] ^= static_cast<std::uint8_t>(1 + i * 37 % 255);
+        std::size_t begin = directoryEnd;
+        for (std::uint32_t image = 0; image < expected.size(); ++image) {
+            const std::size_t end = begin + recipe.images[image].data.size();
+            const bool isHit =
+                position < directoryEnd ? (position - 6) / 16 == image : position >= begin && position < end;
+            begin = end;
+            if (isHit) {
+                // Any picture or none.
+                (void)Failure(damaged, image);
+            } else if (i % 7 == image) {
+                const IcoLoad load(damaged, TestStream::Manner::Memory, image);
+                ASSERT_EQ(load.Samples(), expected[image]) << "image " << image << ", damage at " << position;
+            }
+        }
+    }
+}
+
+TEST(IcoFailure, OneWrongByteOfAnyHeaderRaisesNothingButExceptions) {
+    for (std::size_t i = 0; i < 2000; ++i) {
+        IcoRecipe recipe = MixedRecipe();
+        IcoRecipe::Image& image = recipe.images[i % recipe.images.size()];
+        image.width = 0;
+        const std::size_t position = i / recipe.images.size() % std::min<std::size_t>(image.data.size(), 60);
+        image.data[position] ^= static_cast<std::uint8_t>(1 + i * 91 % 255);
+        EXPECT_EQ(OpeningFailure(recipe.Build()), nothing) << i;
+    }
+}
+
+TEST(IcoBounds, AFewBytesThatClaimBillionsOfPixelsAreRefusedAtOnce) {
+    for (const std::uint32_t bits : {1u, 8u, 32u}) {
+        BmpRecipe bitmap{.width = 60000, .height = 120000, .bits = bits, .colorsUsed = 1};
+        bitmap.hasFileHeader = false;
+        bitmap.data = {0};
+        ET::Img::LoadTarget target;
+        const auto context = MakeShared<TestContext>();
+        target.context = context;
+        const auto file = IcoRecipe{.images = {{32, 32, 32, bitmap.Build()}}}.Build();
+        SharedPtr<Data::ImageBase> image;
+        std::int32_t index = 0;
+        EXPECT_EQ(RaisedText([&] {
+                      ET::Img::DecodeWithFactory(ET::Img::ICODecoderFactory(), MakeShared<TestStream>(file), target,
+                                                 index, image);
+                  }),
+                  "");
+        EXPECT_EQ(context->colorImages, 0);
+    }
+}
+
+TEST(IcoBounds, ADirectoryOf65535ImagesIsFine) {
+    IcoRecipe recipe;
+    const Bytes image = IconBitmap{.width = 4, .height = 4}.Build();
+    // All of them name the first one's bytes, and none its size.
+    for (std::uint32_t i = 0; i < 65535; ++i)
+        recipe.images.push_back({0, 0, 0, i == 0 ? image : Bytes(), static_cast<std::uint32_t>(image.size()),
+                                 static_cast<std::uint32_t>(6 + 16 * 65535)});
+    const Bytes file = recipe.Build();
+    const double start = ProcessorSeconds();
+    const IcoLoad load(file, TestStream::Manner::File, 65534);
+    EXPECT_EQ(load.decoder.GetCount(), 65535u);
+    EXPECT_EQ(load.decoder.GetDefaultIndex(), 0u);
+    EXPECT_EQ(load.Samples(), DecodeIconImage(image).samples);
+    EXPECT_LT(ProcessorSeconds() - start, 30.0);
+}
+
+// Each image is a PNG file in whose first chunk, to be skipped, lie all that follow.
+TEST(IcoBounds, ImagesInsideOfEachOtherAreMeasuredInProportionToTheFile) {
+    using namespace PngChunks;
+    constexpr std::uint32_t count = 4000, step = 8 + 25 + 8;
+    const std::uint32_t first = 6 + 16 * count, end = first + step * count + 64;
+    IcoRecipe recipe;
+    Bytes nested;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const std::uint32_t offset = first + i * step;
+        recipe.images.push_back({0, 0, 0, {}, end - offset, offset});
+        Bytes chunk = Chunk("teSt", {});
+        const std::uint32_t length = end - offset - step - 4;
+        for (std::uint32_t byte = 0; byte < 4; ++byte)
+            chunk[byte] = static_cast<std::uint8_t>(length >> (24 - 8 * byte));
+        chunk.resize(8);
+        nested = Joined({nested, signature, Header(9, 9, 8, 6), chunk});
+    }
+    Bytes file = recipe.Build();
+    file.insert(file.end(), nested.begin(), nested.end());
+    file.resize(end);
+    const auto stream = MakeShared<TestStream>(file);
+    EXPECT_EQ(ET::Img::ICODecoder(stream).GetCount(), count);
+    EXPECT_LT(stream->bytesRead, 4 * file.size());
+}
+
+TEST(IcoEntryStream, IsAPartOfTheFileAndNoMore) {
+    TestStream file(Bytes{0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+    std::uint64_t budget = 100;
+    ET::Img::Ico::EntryStream stream(file, 3, 4, budget);
+    EXPECT_EQ(stream.size(), 4u);
+    std::uint8_t bytes[4] = {};
+    stream.read(bytes, 3);
+    EXPECT_EQ(bytes[0], 3);
+    EXPECT_EQ(bytes[2], 5);
+    EXPECT_EQ(stream.tell(), 3u);
+    EXPECT_EQ(RaisedText([&] { stream.read(bytes, 2); }), "");
+    EXPECT_EQ(stream.tell(), 3u);
+    stream.seek(5);
+    EXPECT_EQ(RaisedText([&] { stream.read(bytes, 1); }), "");
+    stream.seek(1);
+    StreamBuffer buffer(stream.lock(3));
+    EXPECT_EQ(buffer.Take(3)[2], 6);
+    EXPECT_EQ(budget, 94u);
+    EXPECT_EQ(RaisedText([&] { stream.Clone(); }), "");
+    EXPECT_EQ(RaisedText([&] { ET::Img::Ico::EntryStream(file, 7, 4, budget); }), "");
+    EXPECT_EQ(RaisedText([&] { ET::Img::Ico::EntryStream(file, 0xFFFFFFFF, 0xFFFFFFFF, budget); }), "");
+}
+
+TEST(IcoEntryStream, EndsWithItsBudget) {
+    TestStream file(Bytes(10, 7));
+    std::uint64_t budget = 5;
+    ET::Img::Ico::EntryStream stream(file, 0, 10, budget);
+    std::uint8_t bytes[10] = {};
+    stream.read(bytes, 4);
+    EXPECT_EQ(RaisedText([&] { stream.read(bytes, 2); }), "");
+    stream.read(bytes, 1);
+    EXPECT_EQ(budget, 0u);
+}
