@@ -1,6 +1,6 @@
 #include "codecs/bmp/BMPDecoder.h"
 #include "data/Image.h"
-#include "data/MemoryStream.h"
+#include "fuzz/CopyingStream.h"
 #include "settings/PropertyListing.h"
 
 #include <cstring>
@@ -15,22 +15,6 @@ using Pixel = Data::ColorBGRA<std::uint8_t>;
 namespace {
 
 constexpr std::uint64_t largestPixelCount = 1 << 14;
-
-/// Copies where a stream over memory would hand out addresses, as a file does.
-class CopyingStream final : public Stream {
-public:
-    CopyingStream(const std::uint8_t* data, std::size_t size) : m_memory(data, static_cast<std::uint32_t>(size)) {}
-
-    std::uint64_t tell() const override { return m_memory.tell(); }
-    void read(void* destination, std::uint32_t byteCount) override { m_memory.read(destination, byteCount); }
-    void seek(std::uint64_t position) override { m_memory.seek(position); }
-    std::uint64_t size() const override { return m_memory.size(); }
-    StreamLock lock(std::uint32_t byteCount) override { return {this, nullptr, byteCount}; }
-    std::unique_ptr<Stream> Clone() const override { return nullptr; }
-
-private:
-    MemoryStream m_memory;
-};
 
 void Require(bool condition) {
     if (!condition)

@@ -2,6 +2,8 @@
 #include "data/MemoryStream.h"
 #include "fuzz/FuzzContext.h"
 
+#include <algorithm>
+
 using namespace Quorvex;
 using namespace ET::Img;
 
@@ -31,8 +33,11 @@ void ByContent(const SharedPtr<Stream>& stream, const LoadTarget& target, const 
     SharedPtr<ImageBase> image;
     try {
         const SharedPtr<ImageFile> decoder = DecodeByContent(stream, target, index, image);
-        Require(decoder && image && index >= 1);
-        Require(decoder->GetCount() >= 1 && decoder->GetDefaultIndex() < decoder->GetCount());
+        Require(decoder && image);
+        // A GIF file may have no frame, and no last one then.
+        const std::uint32_t count = decoder->GetCount();
+        Require(decoder->GetDefaultIndex() < std::max(count, 1u));
+        Require(index >= 1 || (count == 0 && index == 0));
     } catch (const std::exception&) {
         Require(!image && index == wanted);
     }

@@ -59,6 +59,9 @@ private:
     }
 
     void CopyBytes(const String& source, std::uint64_t count) {
+        // A target without room need not be there.
+        if (count == 0)
+            return;
         std::uint8_t* const to = m_target + m_position;
         const std::uint8_t* const from = m_target + source.start;
         if (count <= m_position - source.start)
