@@ -1,6 +1,7 @@
 // JPEG files in memory to 8-bit BGRA, beside libjpeg-turbo's own library to the same layout on one thread. The pictures
 // have the statistics of photographs: detail that falls off with its frequency, and a little noise. Items are pixels.
 
+#include "bench/JpgStages.h"
 #include "codecs/jpg/JPGDecoder.h"
 #include "data/Image.h"
 #include "data/MemoryStream.h"
@@ -162,6 +163,17 @@ void DecodePeer(benchmark::State& state, std::int64_t index) {
     CountPixels(state, recipes[index]);
 }
 
+/// Where the time goes; not compared with anything.
+void Stages(benchmark::State& state, std::int64_t index) {
+    const Bytes& file = FileOf(index);
+    JpgStages stages;
+    for (auto _ : state)
+        stages = MeasureJpgStages(file);
+    state.counters["codes"] = stages.codes;
+    state.counters["transform"] = stages.transform;
+    state.counters["color"] = stages.color;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -175,6 +187,9 @@ int main(int argc, char** argv) {
                                      [index](benchmark::State& state) { DecodePeer(state, index); })
             ->UseRealTime()
             ->Unit(benchmark::kMillisecond);
+        if (!recipes[i].isProgressive && !recipes[i].hasRestarts)
+            benchmark::RegisterBenchmark((name + "/stages").c_str(),
+                                         [index](benchmark::State& state) { Stages(state, index); });
     }
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
