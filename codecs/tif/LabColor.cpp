@@ -24,13 +24,11 @@ LabColor LabOf(std::uint16_t lightness, std::uint16_t a, std::uint16_t b) {
 }
 
 LinearColor LinearColorOf(const LabColor& color) {
-    // The light of D50 with a luminance of 1 (ISO 15076-1, 6.3.4.3).
-    constexpr double whiteX = 0.9642, whiteZ = 0.8249;
     const double f = (color.lightness + 16) / 116;
-    const double x = whiteX * LightOf(f + color.a / 500), y = LightOf(f), z = whiteZ * LightOf(f - color.b / 200);
-    // The inverse of the primaries of sRGB in D50 (the columns of its ICC profile).
-    return {0.0719453 * x - 0.2289914 * y + 1.4052427 * z, -0.9787684 * x + 1.9161415 * y + 0.0334540 * z,
-            3.1338561 * x - 1.6168667 * y - 0.4906146 * z};
+    const double y = LightOf(f), x = LightOf(f + color.a / 500) - y, z = LightOf(f - color.b / 200) - y;
+    // The inverse of the colorants of an sRGB profile, times D50 (0.9642, 1, 0.8249; ISO 15076-1, 6.3.4.3): white is 1
+    // in all colours, so that only the differences to grey need factors.
+    return {y + 0.0693697 * x + 1.1591847 * z, y - 0.9437285 * x + 0.0275962 * z, y + 3.0216641 * x - 0.4047080 * z};
 }
 
 double SrgbOf(double linear) {

@@ -59,8 +59,8 @@ void TIFDecoderImpl::SetPixelAspect(const Directory& directory, ImageBase& targe
 void TIFDecoderImpl::ReportIgnoredSamples(const Layout& layout) const {
     if (!layout.hasIgnoredSamples || !m_logger)
         return;
-    m_logger->Log({Quorvex::String(u"TIFF: Die Pixel haben weitere Werte, die nicht angezeigt werden"),
-                   Quorvex::String(u"TIFF: The pixels have more samples, which are not shown")});
+    m_logger->Log({Quorvex::String("TIFF: Die Pixel haben weitere Werte, die nicht angezeigt werden"),
+                   Quorvex::String("TIFF: The pixels have more samples, which are not shown")});
 }
 
 SharedPtr<ImageBase> TIFDecoder::Load(const SharedPtr<ImageBase>& target, std::uint32_t index) {

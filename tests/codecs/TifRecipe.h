@@ -42,6 +42,9 @@ struct TifRecipe {
     /// Several images in one file, each behind the one before it.
     static Bytes Build(const std::vector<TifRecipe>& images);
 
+    /// The bytes of each strip or tile.
+    std::vector<Bytes> TileData() const;
+
     /// Values that differ everywhere and use all bits.
     TifRecipe& Fill(std::uint32_t seed = 1);
     std::uint64_t At(std::uint32_t x, std::uint32_t y, std::uint32_t sample) const {
@@ -50,7 +53,6 @@ struct TifRecipe {
 
 private:
     std::map<std::uint16_t, Entry> Tags(const std::vector<Bytes>& data, std::uint32_t firstOffset) const;
-    std::vector<Bytes> TileData() const;
     Bytes PackedTile(std::uint32_t left, std::uint32_t top, std::uint32_t plane) const;
     Bytes PackedRow(std::vector<std::uint64_t> row) const;
     std::uint32_t TileColumns() const { return tileWidth != 0 ? tileWidth : width; }
