@@ -1,6 +1,7 @@
 #include "codecs/tif/Decompression.h"
 
 #include "codecs/lzw/TiffLzw.h"
+#include "codecs/tif/Ccitt.h"
 #include "codecs/tif/JpegDecompression.h"
 #include "codecs/tif/PackBits.h"
 #include "codecs/tif/Tags.h"
@@ -17,18 +18,20 @@ namespace {
 
 class StoredBytes final : public Decompression {
 public:
-    void Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
         if (source.size() < shape.Bytes())
             throw Quorvex::Exception();
         std::memcpy(target, source.data(), static_cast<std::size_t>(shape.Bytes()));
+        return Outcome::Whole;
     }
     std::uint64_t LargestSize(std::uint64_t sourceSize, const TileShape&) const override { return sourceSize; }
 };
 
 class PackedBits final : public Decompression {
 public:
-    void Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
         DecodePackBits(source.data(), source.size(), target, static_cast<std::size_t>(shape.Bytes()));
+        return Outcome::Whole;
     }
     /// Two bytes make up to 128.
     std::uint64_t LargestSize(std::uint64_t sourceSize, const TileShape&) const override { return 64 * sourceSize; }
@@ -36,13 +39,45 @@ public:
 
 class LzwCodes final : public Decompression {
 public:
-    void Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
         if (shape.Bytes() > std::numeric_limits<std::uint32_t>::max())
             throw Quorvex::Exception();
         DecodeTiffLzw(source.data(), source.size(), target, static_cast<std::size_t>(shape.Bytes()));
+        return Outcome::Whole;
     }
     /// A code of nine bits or more stands for less than 4096 bytes.
     std::uint64_t LargestSize(std::uint64_t sourceSize, const TileShape&) const override { return 4096 * sourceSize; }
+};
+
+/// Black is 1. A row that is damaged is no reason to lose the page: the next one begins anew.
+class CcittRows final : public Decompression {
+public:
+    CcittRows(const Directory& directory, const Layout& layout) {
+        m_parameters.t4Options = directory.Integer(Tag::T4Options).value_or(0);
+        m_parameters.isFillOrderReversed = layout.isFillReversed;
+        m_parameters.isModifiedHuffman = layout.compression == Compression::ModifiedHuffman;
+    }
+
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+        CcittParameters parameters = m_parameters;
+        parameters.width = shape.columns;
+        parameters.rows = shape.rows;
+        const auto size = static_cast<std::size_t>(shape.Bytes());
+        std::memset(target, 0, size);
+        try {
+            DecodeCcitt(source.data(), source.size(), target, size, parameters);
+        } catch (const Quorvex::Exception&) {
+            return Outcome::Damaged;
+        }
+        return Outcome::Whole;
+    }
+    /// A row takes a bit at least.
+    std::uint64_t LargestSize(std::uint64_t sourceSize, const TileShape& shape) const override {
+        return 8 * sourceSize * shape.rowBytes;
+    }
+
+private:
+    CcittParameters m_parameters;
 };
 
 /// Bytes whose bits lie the other way round, for schemes that know one way alone.
@@ -50,7 +85,7 @@ class ReversedBits final : public Decompression {
 public:
     explicit ReversedBits(std::unique_ptr<const Decompression> inner) : m_inner(std::move(inner)) {}
 
-    void Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
         static constexpr std::array<std::uint8_t, 256> reversed = [] {
             std::array<std::uint8_t, 256> made{};
             for (std::size_t byte = 0; byte < 256; ++byte)
@@ -61,7 +96,7 @@ public:
         std::vector<std::uint8_t> bytes(source.begin(), source.end());
         for (std::uint8_t& byte : bytes)
             byte = reversed[byte];
-        m_inner->Decode(bytes, shape, target);
+        return m_inner->Decode(bytes, shape, target);
     }
     std::uint64_t LargestSize(std::uint64_t sourceSize, const TileShape& shape) const override {
         return m_inner->LargestSize(sourceSize, shape);
@@ -97,6 +132,9 @@ std::unique_ptr<const Decompression> MakeForScheme(const Directory& directory, c
     switch (layout.compression) {
     case Compression::None:
         return InFillOrder(layout, std::make_unique<StoredBytes>());
+    case Compression::ModifiedHuffman:
+    case Compression::Group3:
+        return std::make_unique<CcittRows>(directory, layout);
     case Compression::Lzw:
         return InFillOrder(layout, std::make_unique<LzwCodes>());
     case Compression::PackBits:

@@ -24,9 +24,12 @@ public:
     Decompression& operator=(const Decompression&) = delete;
     virtual ~Decompression() = default;
 
+    enum class Outcome { Whole, Damaged };
+
     /// Fills the target, which has shape.Bytes() bytes. Raises Exception where the bytes of the file are damaged or too
-    /// few, and std::bad_alloc.
-    virtual void Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const = 0;
+    /// few, and std::bad_alloc. A scheme that finds its way back behind damage gives what it has instead.
+    virtual Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape,
+                           std::uint8_t* target) const = 0;
     /// No source of that many bytes stands for more than this, so that a few of them cannot ask for gigabytes.
     virtual std::uint64_t LargestSize(std::uint64_t sourceSize, const TileShape& shape) const = 0;
 };

@@ -45,13 +45,14 @@ public:
         m_tables.assign(tables.begin(), tables.end());
     }
 
-    void Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
         Bytes joined;
         if (!m_tables.empty()) {
             joined = Joined(m_tables, source);
             source = joined;
         }
         DecodeFile(source, shape, target);
+        return Outcome::Whole;
     }
 
     /// Flat blocks take next to nothing; the size of the frame is what is checked.
@@ -118,11 +119,11 @@ public:
     OldJpegTiles(const Directory& directory, const Layout& layout)
         : JpegTiles(directory, layout), m_headers(directory, layout) {}
 
-    void Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
         if (StartsJpeg(source))
-            JpegTiles::Decode(source, shape, target);
-        else
-            DecodeFile(m_headers.FileOf(source, shape.columns, shape.rows), shape, target);
+            return JpegTiles::Decode(source, shape, target);
+        DecodeFile(m_headers.FileOf(source, shape.columns, shape.rows), shape, target);
+        return Outcome::Whole;
     }
 
 private:

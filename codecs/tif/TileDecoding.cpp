@@ -50,6 +50,9 @@ public:
           m_isFullyStored(layout.compression == Compression::None), m_planes(PlaneList(layout).planes),
           m_buffers(m_planes.size()), m_sizes(m_planes.size()) {}
 
+    /// Whether what was decoded until now lacks anything, besides planes that could not be decoded at all.
+    bool IsDamaged() const { return m_isDamaged; }
+
     /// Null for a plane that cannot be decoded.
     std::vector<const std::uint8_t*> Decode(std::uint64_t tile, const TileGrid::Place& place) {
         const TileShape shape{m_grid.GetTileWidth(), place.columns, place.rows, m_format.RowBytes()};
@@ -71,7 +74,8 @@ private:
             return nullptr;
         try {
             std::uint8_t* const buffer = Buffer(i, shape.Bytes());
-            m_decompression.Decode(source, shape, buffer);
+            if (m_decompression.Decode(source, shape, buffer) == Decompression::Outcome::Damaged)
+                m_isDamaged = true;
             return buffer;
         } catch (const Quorvex::Exception&) {
             return nullptr;
@@ -98,6 +102,7 @@ private:
     std::vector<std::uint32_t> m_planes;
     std::vector<std::unique_ptr<std::uint8_t[]>> m_buffers;
     std::vector<std::uint64_t> m_sizes;
+    bool m_isDamaged = false;
 };
 
 /// All tiles, taken by any number of threads.
@@ -129,7 +134,7 @@ private:
             const TileGrid::Place place = m_grid.GetPlace(tile);
             const std::vector<const std::uint8_t*> planes = bytes.Decode(tile, place);
             const auto missing = static_cast<std::size_t>(std::count(planes.begin(), planes.end(), nullptr));
-            if (missing != 0)
+            if (missing != 0 || bytes.IsDamaged())
                 m_isIncomplete = true;
             if (missing == planes.size())
                 painter.Clear(place);

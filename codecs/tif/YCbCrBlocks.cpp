@@ -38,11 +38,11 @@ public:
             throw Quorvex::Exception();
     }
 
-    void Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
         const TileShape units = UnitsOf(shape);
         const auto size = static_cast<std::size_t>(units.Bytes());
         const std::unique_ptr<std::uint8_t[]> bytes(new std::uint8_t[size]);
-        m_inner->Decode(source, units, bytes.get());
+        const Outcome outcome = m_inner->Decode(source, units, bytes.get());
         const auto rowBytes = static_cast<std::size_t>(units.rowBytes);
         if (m_hasDifferences)
             for (std::uint32_t row = 0; row < units.rows; ++row)
@@ -50,6 +50,7 @@ public:
         for (std::uint32_t row = 0; row < shape.rows; ++row)
             ConvertRow(bytes.get() + row / m_vertical * rowBytes, row % m_vertical, shape.visibleColumns,
                        target + row * shape.rowBytes);
+        return outcome;
     }
 
     std::uint64_t LargestSize(std::uint64_t sourceSize, const TileShape& shape) const override {
