@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Turns the results of resampling_bench and jpg_bench into ratios: the peer's median time over ours, so that more is faster.
+"""Turns the results of the benchmarks into ratios: the peer's median time over ours, so that more is faster.
 
     bench/table.py RESULTS.json
 """
@@ -10,7 +10,8 @@ import sys
 
 PEERS = {"Area, BGRA8": "OpenCV", "Area, grey 16": "OpenCV", "Cubic": "OpenCV", "Linear": "OpenCV", "Nearest": "pixman",
          "Scroll by 3 columns": "memcpy", "JPG 4:2:0": "libjpeg-turbo", "JPG 4:2:0, restarts": "libjpeg-turbo",
-         "JPG 4:4:4": "libjpeg-turbo", "JPG progressive": "libjpeg-turbo", "JPG grey": "libjpeg-turbo"}
+         "JPG 4:4:4": "libjpeg-turbo", "JPG progressive": "libjpeg-turbo", "JPG grey": "libjpeg-turbo",
+         "PNG RGB 8 bit": "libpng", "PNG RGB 16 bit": "libpng"}
 
 STAGES = ("codes", "transform", "color")
 
