@@ -12,7 +12,8 @@ using namespace Quorvex;
 
 namespace {
 
-constexpr std::uint64_t largestPixelCount = 1 << 14;
+// Enough for a scan whose pixels are made on other threads than the one that reads its codes.
+constexpr std::uint64_t largestPixelCount = 1 << 19;
 
 void Require(bool condition) {
     if (!condition)

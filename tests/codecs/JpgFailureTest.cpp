@@ -114,6 +114,7 @@ TEST(JpgFailure, OfFactorsThatCannotBeConverted) {
     EXPECT_EQ(JpgFailure(ScanOf({{1}, {2, 0x22}, {3}}, 8, 0xC2)), name + "component 2 sampling factors must be 1")
         << "at the end of a progressive file";
     EXPECT_EQ(JpgFailure(ScanOf({{1}, {2}})), name + "invalid number of image components");
+    EXPECT_EQ(JpgFailure(ScanOf({{1}, {2}}, 8, 0xC2)), name + "invalid number of image components");
 }
 
 TEST(JpgFailure, OfFactorsOfFilesWithInk) {

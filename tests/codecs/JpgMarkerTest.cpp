@@ -214,6 +214,47 @@ TEST(JpgMarker, LengthsThatLieNeverLeadIntoTheScan) {
     }
 }
 
+TEST(JpgMarker, TheLastScanOfAComponentCounts) {
+    const Bytes head = start + FlatQuantisation() + FourBitCodes(0x00) + FourBitCodes(0x10) +
+                       FrameHeader(0xC0, 8, 8, 8, {{1}, {2}, {3}});
+    const Bytes chroma = ScanHeader({3}) + FlatBlocks({8 * 40}) + ScanHeader({2}) + FlatBlocks({8 * 10});
+    const Bytes once = head + chroma + ScanHeader({1}) + FlatBlocks({8 * 30}) + end;
+    const Bytes twice = head + ScanHeader({1}) + FlatBlocks({8 * -60}) + chroma + ScanHeader({2, 1}) +
+                        FlatBlocks({8 * 10, 8 * 30}) + end;
+    const JpgLoad load(twice);
+    EXPECT_FALSE(load.decoder.IsIncomplete());
+    EXPECT_EQ(load.Samples<std::uint8_t>(), JpgLoad(once).Samples<std::uint8_t>());
+    EXPECT_NEAR(load.Samples<std::uint8_t>()[0], 128 + 30 + 1.772 * 10, 3);
+    EXPECT_NEAR(load.Samples<std::uint8_t>()[2], 128 + 30 + 1.402 * 40, 3);
+}
+
+TEST(JpgMarker, AScanOfAllComponentsMakesTheEarlierOnesForgotten) {
+    const Bytes head = start + FlatQuantisation() + FourBitCodes(0x00) + FourBitCodes(0x10) +
+                       FrameHeader(0xC0, 8, 8, 8, {{1}, {2}, {3}});
+    const Bytes all = ScanHeader({1, 2, 3}) + FlatBlocks({8 * 30, 8 * 10, 8 * 40});
+    const JpgLoad load(head + ScanHeader({1}) + FlatBlocks({8 * -60}) + all + end);
+    EXPECT_FALSE(load.decoder.IsIncomplete());
+    EXPECT_EQ(load.Samples<std::uint8_t>(), JpgLoad(head + all + end).Samples<std::uint8_t>());
+}
+
+TEST(JpgMarker, AComponentWithoutAScanIsGrey) {
+    const Bytes head = start + FlatQuantisation() + FourBitCodes(0x00) + FourBitCodes(0x10) +
+                       FrameHeader(0xC0, 8, 8, 8, {{1}, {2}, {3}});
+    const JpgLoad load(head + ScanHeader({1}) + FlatBlocks({8 * 30}) + end);
+    EXPECT_FALSE(load.decoder.IsIncomplete());
+    const Bytes samples = load.Samples<std::uint8_t>();
+    EXPECT_EQ(Bytes(samples.begin(), samples.begin() + 4), (Bytes{158, 158, 158, 255}));
+}
+
+TEST(JpgMarker, TwelveSequentialBitsInScansOfTheirOwnStayGrey) {
+    const Bytes file = start + FlatQuantisation() + FourBitCodes(0x00) + FourBitCodes(0x10) +
+                       FrameHeader(0xC0, 12, 8, 8, {{1}, {2}, {3}}) + ScanHeader({1}) + FlatBlocks({8 * 900}) +
+                       ScanHeader({2, 3}) + FlatBlocks({8 * 40, 8 * -700}) + end;
+    const JpgLoad load(file);
+    EXPECT_FALSE(load.decoder.IsIncomplete());
+    EXPECT_EQ(load.Samples<std::uint16_t>(), std::vector<std::uint16_t>(8 * 8 * 4, 0x8000));
+}
+
 TEST(JpgMarker, TheFrameSaysWhatImageIsWanted) {
     for (unsigned precision = 0; precision <= 16; ++precision)
         for (const int marker : {0xC0, 0xC2, 0xC3}) {

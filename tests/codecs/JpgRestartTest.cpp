@@ -1,10 +1,12 @@
 #include "tests/codecs/JpgLoad.h"
+#include "tests/codecs/JpgLossless.h"
 #include "tests/codecs/JpgReference.h"
 #include "tests/codecs/JpgSegments.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <random>
 
 using JpgSegments::Bytes;
@@ -16,12 +18,15 @@ Bytes Restart(unsigned number) {
 }
 
 constexpr unsigned intervalCount = 12;
+constexpr unsigned mcusPerInterval = 16; ///< MCUs; fewer are not worth a worker.
 
-/// A row of blocks, each an interval of its own, whose grey tells its place. The pieces stand apart to be damaged.
+/// A row of blocks in intervals, whose grey tells their place. The pieces stand apart to be damaged.
 std::vector<Bytes> Intervals() {
     std::vector<Bytes> pieces;
     for (unsigned i = 0; i < intervalCount; ++i) {
-        pieces.push_back(JpgSegments::FlatBlocks({static_cast<int>(8 * (i * 10 + 1))}));
+        std::vector<int> differences(mcusPerInterval);
+        differences[0] = static_cast<int>(8 * (i * 10 + 1));
+        pieces.push_back(JpgSegments::FlatBlocks(differences));
         if (i + 1 < intervalCount)
             pieces.push_back(Restart(i));
     }
@@ -34,20 +39,25 @@ std::uint8_t GreyOf(unsigned interval) {
 
 constexpr std::uint8_t undecoded = 0x80;
 
-/// Decodes with 1, 2 and 8 workers, which must agree, and gives the grey of each block.
+/// Decodes with 1, 2 and 8 workers, which must agree, and gives the grey of each interval.
 struct Decoded {
     explicit Decoded(const std::vector<Bytes>& pieces) {
         using namespace JpgSegments;
         Bytes file = start + FlatQuantisation() + FourBitCodes(0x00) + FourBitCodes(0x10) +
-                     FrameHeader(0xC0, 8, 8 * intervalCount, 8, {{1}}) + RestartInterval(1) + ScanHeader({1});
+                     FrameHeader(0xC0, 8, 8 * mcusPerInterval * intervalCount, 8, {{1}}) +
+                     RestartInterval(mcusPerInterval) + ScanHeader({1});
         for (const Bytes& piece : pieces)
             file = file + piece;
         file = file + end;
         const JpgLoad load(file, 1);
         isIncomplete = load.decoder.IsIncomplete();
         const Bytes samples = load.Samples<std::uint8_t>();
-        for (unsigned i = 0; i < intervalCount; ++i)
-            greys.push_back(samples[i * 8 * 4]);
+        for (unsigned i = 0; i < intervalCount; ++i) {
+            greys.push_back(samples[i * mcusPerInterval * 8 * 4]);
+            for (unsigned x = 0; x < mcusPerInterval * 8; ++x)
+                EXPECT_EQ(samples[(i * mcusPerInterval * 8 + x) * 4], greys.back())
+                    << "column " << x << " of interval " << i;
+        }
         for (const std::uint32_t workers : {2u, 8u}) {
             const JpgLoad shared(file, workers);
             EXPECT_EQ(shared.Samples<std::uint8_t>(), samples) << workers << " workers";
@@ -175,23 +185,51 @@ TEST(JpgRestart, AFileWithoutRestartsDecodesIdenticallyOnAnyNumberOfThreadsAlsoD
     }
 }
 
+/// Large enough for eight workers.
+JpgRecipe RecipeOf(unsigned run) {
+    constexpr JpgScans scans[] = {JpgScans::Interleaved, JpgScans::Apart, JpgScans::LuminanceApart};
+    JpgRecipe recipe{.width = 200, .height = 150, .quality = 50, .isProgressive = run % 3 == 0};
+    recipe.components = run % 5 == 0 ? 1 : run % 5 == 1 ? 4 : 3;
+    if (recipe.components == 3) {
+        recipe.horizontal = 1 + run / 2 % 2;
+        recipe.vertical = 1 + run / 4 % 2;
+    }
+    recipe.restartInterval = std::array{1u, 2u, 5u, 17u}[run % 4];
+    recipe.scans = scans[run / 3 % 3];
+    recipe.isYcck = run % 2 == 0 && recipe.components == 4;
+    return recipe;
+}
+
 TEST(JpgRestart, DamagedPicturesDoNotDependOnTheNumberOfWorkers) {
     if (!HasJpgLibrary())
         GTEST_SKIP() << "this build has no libjpeg to encode with";
     const Bytes scanMarker{0xFF, 0xDA};
     std::mt19937 random(5);
-    for (int run = 0; run < 120; ++run) {
-        Bytes file = EncodeJpg({.width = 90,
-                                .height = 70,
-                                .horizontal = 2,
-                                .vertical = 2,
-                                .quality = 60,
-                                .isProgressive = run % 3 == 0,
-                                .restartInterval = 1 + static_cast<unsigned>(run) % 4});
+    for (unsigned run = 0; run < 60; ++run) {
+        Bytes file = EncodeJpg(RecipeOf(run));
         const auto scan = std::search(file.begin(), file.end(), scanMarker.begin(), scanMarker.end());
         const auto first = static_cast<std::size_t>(scan - file.begin()) + 14;
-        for (int i = 0; i < run % 4 + 1; ++i)
+        for (unsigned i = 0; i < run % 4 + 1; ++i)
             file[first + random() % (file.size() - first)] = static_cast<std::uint8_t>(random());
+        const JpgOutcome alone(file, 1);
+        for (const std::uint32_t workers : {2u, 8u})
+            ASSERT_EQ(JpgOutcome(file, workers), alone) << "run " << run << ", " << workers << " workers";
+    }
+}
+
+TEST(JpgRestart, DamagedLosslessPicturesDoNotDependOnTheNumberOfWorkers) {
+    std::mt19937 random(6);
+    for (unsigned run = 0; run < 60; ++run) {
+        const JpgLossless::Recipe recipe{.width = 40,
+                                         .height = 24,
+                                         .precision = run % 2 == 0 ? 8u : 16u,
+                                         .components = 1 + run % 4,
+                                         .predictor = run % 8,
+                                         .restartRows = 1 + run % 3,
+                                         .isInterleaved = run % 5 != 0};
+        Bytes file = EncodedFile(recipe, RandomPlanes(recipe));
+        for (unsigned i = 0; i < run % 4 + 1; ++i)
+            file[80 + random() % (file.size() - 80)] = static_cast<std::uint8_t>(random());
         const JpgOutcome alone(file, 1);
         for (const std::uint32_t workers : {2u, 8u})
             ASSERT_EQ(JpgOutcome(file, workers), alone) << "run " << run << ", " << workers << " workers";

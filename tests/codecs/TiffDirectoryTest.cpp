@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace ET::Img::Tif {
 
 namespace {
@@ -93,6 +95,16 @@ TEST(TiffDirectory, AnOffsetBeyondTheFileRaises) {
     EXPECT_EQ(FailureOf(file), "");
 }
 
+TEST(TiffDirectory, TheOffsetZeroStandsForNoDirectory) {
+    // What would be a directory with an orientation, if the head were one.
+    Bytes file = File(ByteOrder::Little, {});
+    std::fill(file.begin() + 4, file.begin() + 8, std::uint8_t{0});
+    file.resize(200);
+    const Bytes entry{0x12, 0x01, 3, 0, 1, 0, 0, 0, 6, 0};
+    std::copy(entry.begin(), entry.end(), file.begin() + 2 + 12);
+    EXPECT_EQ(OrientationOf(file), 1);
+}
+
 /// The orientation that a JPEG file with the segment has.
 std::uint32_t OrientationWith(const Bytes& segment) {
     using namespace JpgSegments;
@@ -111,6 +123,16 @@ TEST(TiffDirectory, AnExifBlockOpensThroughTheSameReader) {
     EXPECT_EQ(OrientationWith({}), 1u);
     EXPECT_EQ(OrientationWith(Segment(0xE1, Bytes{'h', 't', 't', 'p', ':', '/', '/'})), 1u)
         << "another use of the marker";
+}
+
+TEST(TiffDirectory, AnExifBlockEndsWithItsSegment) {
+    using namespace JpgSegments;
+    const Bytes name{'E', 'x', 'i', 'f', 0, 0}, tiff = File(ByteOrder::Big, {{274, 3, 1, 6}});
+    // The directory lies behind the segment, in a comment.
+    const Bytes cut(tiff.begin(), tiff.begin() + 9), rest(tiff.begin() + 9, tiff.end());
+    EXPECT_EQ(OrientationWith(Segment(0xE1, name + cut) + Segment(0xFE, rest)), 1u);
+    EXPECT_EQ(OrientationWith(Segment(0xE1, name + tiff) + Segment(0xE1, Bytes{'h', 't', 't', 'p', ':', '/', '/'})), 6u)
+        << "another use of the marker changes nothing";
 }
 
 TEST(TiffDirectory, AnExifBlockThatCannotBeReadIsNoFailureOfThePicture) {
