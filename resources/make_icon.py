@@ -92,6 +92,12 @@ def Stored(data):
     return result + struct.pack(">I", zlib.adler32(data))
 
 
+def PngFile(chunks):
+    """A file of (name, bytes)."""
+    return b"\x89PNG\r\n\x1a\n" + b"".join(struct.pack(">I", len(body)) + kind + body +
+                                           struct.pack(">I", zlib.crc32(kind + body)) for kind, body in chunks)
+
+
 def Png(size):
     """A PNG of palette colours: a quarter of the bytes of one with full colours."""
     rows = Draw(size)
@@ -100,11 +106,9 @@ def Png(size):
         raise RuntimeError(f"{len(palette)} colours do not fit a palette")
     index = {pixel: i for i, pixel in enumerate(palette)}
     data = b"".join(b"\0" + bytes(index[pixel] for pixel in row) for row in rows)
-    chunks = ((b"IHDR", struct.pack(">IIBBBBB", size, size, 8, 3, 0, 0, 0)),
-              (b"PLTE", b"".join(bytes(pixel[:3]) for pixel in palette)),
-              (b"tRNS", bytes(pixel[3] for pixel in palette)), (b"IDAT", Stored(data)), (b"IEND", b""))
-    return b"\x89PNG\r\n\x1a\n" + b"".join(struct.pack(">I", len(body)) + kind + body +
-                                           struct.pack(">I", zlib.crc32(kind + body)) for kind, body in chunks)
+    return PngFile(((b"IHDR", struct.pack(">IIBBBBB", size, size, 8, 3, 0, 0, 0)),
+                    (b"PLTE", b"".join(bytes(pixel[:3]) for pixel in palette)),
+                    (b"tRNS", bytes(pixel[3] for pixel in palette)), (b"IDAT", Stored(data)), (b"IEND", b"")))
 
 
 def Icon():

@@ -1,7 +1,7 @@
 """Writes the sample pictures beside this script, or into the folder given by --out.
 
-The resolution chart, and one bitmap for each generation of the file's header and each way to store pixels. A picture
-says by a label what it is.
+The resolution chart, one bitmap for each generation of the file's header and each way to store pixels, PNG files of the
+usual kinds, an icon and a cursor. A picture says by a label what it is.
 """
 
 import argparse
@@ -11,6 +11,7 @@ from pathlib import Path
 import bitmaps
 import chart
 import lettering
+import pngs
 
 # Odd on purpose: rows of every depth end in padding.
 WIDTH, HEIGHT = 157, 93
@@ -95,6 +96,31 @@ def MaskedFile(header, label, depth, masks, **options):
     return bitmaps.File(header, depth, data, WIDTH, HEIGHT, masks=masks, **options)
 
 
+def PngColours(label, kind, scale=1, **options):
+    channels = 4 if kind == pngs.RGBA else 3
+    rows = [[tuple(sample * scale for sample in pixel[:channels]) for pixel in row] for row in TrueColour(label)]
+    return pngs.File(kind, 16 if scale > 1 else 8, rows, **options)
+
+
+def PngIndexed(label, depth):
+    """All colours are opaque but the darker one of 1 bit, which is half so."""
+    palette, rows = Indexed(label, depth)
+    alphas = (128,) if depth == 1 else ()
+    return pngs.File(pngs.PALETTE, depth, [[(index,) for index in row] for row in rows], palette, alphas)
+
+
+def PngGreys(label, depth):
+    most = (1 << depth) - 1
+    rows = [[((pixel[0] * most + 127) // 255,) for pixel in row] for row in TrueColour(label)]
+    return pngs.File(pngs.GREY, depth, rows)
+
+
+def IconRows(side):
+    """The scene's disc alone, which fades into nothing."""
+    left, top = (WIDTH - HEIGHT) // 2, 0
+    return [[Scene(left + x * HEIGHT // side, top + y * HEIGHT // side) for x in range(side)] for y in range(side)]
+
+
 MASKS_555, MASKS_565 = (0x7C00, 0x3E0, 0x1F, 0), (0xF800, 0x7E0, 0x1F, 0)
 MASKS_888, MASKS_8888 = (0xFF0000, 0xFF00, 0xFF, 0), (0xFF0000, 0xFF00, 0xFF, 0xFF000000)
 MASKS_10 = (0x3FF00000, 0xFFC00, 0x3FF, 0)
@@ -131,6 +157,15 @@ def Samples():
         "windows-56-32bit-alpha.bmp": MaskedFile(56, "56 BYTES\nALPHA", 32, MASKS_8888, compression=BITFIELDS),
         "windows-108-32bit-alpha.bmp": MaskedFile(108, "VERSION 4\nALPHA", 32, MASKS_8888, compression=BITFIELDS),
         "windows-124-32bit-alpha.bmp": MaskedFile(124, "VERSION 5\nALPHA", 32, MASKS_8888, compression=BITFIELDS),
+        "png-grey-4bit.png": PngGreys("PNG\nGREY\n4 BIT", 4),
+        "png-palette-1bit.png": PngIndexed("PNG\n1 BIT\nALPHA", 1),
+        "png-palette-8bit.png": PngIndexed("PNG\n8 BIT", 8),
+        "png-rgb-8bit-interlaced.png": PngColours("PNG\nRGB 8 BIT\nINTERLACED", pngs.RGB, interlaced=True),
+        "png-rgb-16bit.png": PngColours("PNG\nRGB 16 BIT", pngs.RGB, 257),
+        "png-rgba-8bit.png": PngColours("PNG\nRGBA 8 BIT", pngs.RGBA),
+        "icon.ico": pngs.Icon([(side, pngs.IconBitmap(IconRows(side))) for side in (16, 32, 48)] +
+                              [(128, pngs.File(pngs.RGBA, 8, IconRows(128)))]),
+        "cursor.cur": pngs.Icon([(32, pngs.IconBitmap(IconRows(32)))], hotspot=(16, 16)),
     }
 
 
