@@ -26,9 +26,9 @@ LabColor LabOf(std::uint16_t lightness, std::uint16_t a, std::uint16_t b) {
 LinearColor LinearColorOf(const LabColor& color) {
     const double f = (color.lightness + 16) / 116;
     const double y = LightOf(f), x = LightOf(f + color.a / 500) - y, z = LightOf(f - color.b / 200) - y;
-    // The inverse of the colorants of an sRGB profile, times D50 (0.9642, 1, 0.8249; ISO 15076-1, 6.3.4.3): white is 1
+    // The inverse of the colorants of an sRGB profile, times their sum, which is D50 (0.96422, 1, 0.82521): white is 1
     // in all colours, so that only the differences to grey need factors.
-    return {y + 0.0693697 * x + 1.1591847 * z, y - 0.9437285 * x + 0.0275962 * z, y + 3.0216641 * x - 0.4047080 * z};
+    return {y + 0.0693711 * x + 1.1596203 * z, y - 0.9437481 * x + 0.0276066 * z, y + 3.0217267 * x - 0.4048601 * z};
 }
 
 double SrgbOf(double linear) {
