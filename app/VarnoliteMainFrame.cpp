@@ -2,6 +2,7 @@
 
 #include "app/WindowRectangle.h"
 #include "app/WindowTitle.h"
+#include "codecs/plugin/PluginFactory.h"
 #include "foundation/Report.h"
 #include "gui/Scale.h"
 #include "gui/Win32Window.h"
@@ -13,6 +14,7 @@ namespace Gui = ::Quorvex::GUI;
 
 VarnoliteMainFrame::VarnoliteMainFrame(Gui::IWindowSystem& system)
     : GUI(system, String(programName).ToWide(), programName), m_application(new VarnoliteApplication()) {
+    ET::Img::AddPluginsBesideProgram(ET::Img::GetCodecRegistry());
     VarnoliteSettings& settings = m_application->GetSettings();
     const Gui::Rect stored{settings.WindowX0.Get(), settings.WindowY0.Get(), settings.WindowX1.Get(),
                            settings.WindowY1.Get()};

@@ -151,11 +151,39 @@ macro(varnolite_tests)
         endif()
     endforeach()
     if(TARGET codecs_tests)
+        varnolite_plugins_of_tests()
         # What a decoder allocates is watched by the probe of the layer that owns the images.
         target_sources(codecs_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests/data/AllocationProbe.cpp)
     endif()
     varnolite_reference_pictures()
 endmacro()
+
+# Libraries as other people make them, without anything of the project's but the public header: each in a folder of its
+# own below the test programs', so that the program does not find it beside itself.
+function(varnolite_plugin folder name source)
+    add_library(${name} MODULE ${source})
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
+    target_compile_options(${name} PRIVATE -Wall -Wextra -Wpedantic -Werror -fvisibility=hidden)
+    if(WIN32)
+        target_link_options(${name} PRIVATE -static)
+        set_target_properties(${name} PROPERTIES SUFFIX .dll)
+    endif()
+    set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/plugins/${folder})
+    add_dependencies(codecs_tests ${name})
+endfunction()
+
+function(varnolite_plugins_of_tests)
+    varnolite_plugin(sample VarnoliteSample ${CMAKE_SOURCE_DIR}/tools/plugin/SamplePlugin.cpp)
+    varnolite_plugin(misbehaving VarnoliteMisbehaving ${CMAKE_SOURCE_DIR}/tests/plugins/MisbehavingPlugin.cpp)
+    varnolite_plugin(broken VarnoliteWithoutExport ${CMAKE_SOURCE_DIR}/tests/plugins/WithoutExport.cpp)
+    varnolite_plugin(broken VarnoliteRefusing ${CMAKE_SOURCE_DIR}/tests/plugins/RefusingPlugin.cpp)
+    varnolite_plugin(broken VarnoliteSampleToo ${CMAKE_SOURCE_DIR}/tools/plugin/SamplePlugin.cpp)
+    get_target_property(suffix VarnoliteSample SUFFIX)
+    if(NOT suffix)
+        set(suffix ${CMAKE_SHARED_MODULE_SUFFIX})
+    endif()
+    file(WRITE ${CMAKE_BINARY_DIR}/plugins/broken/VarnoliteText${suffix} "This is no library.\n")
+endfunction()
 
 # The expected pictures of the shared files are PNGs, which libpng's own simplified interface reads. JPEG, GIF and TIFF
 # files are made and compared by the libraries of their formats: tests for which the system has none skip or are left

@@ -2,6 +2,7 @@
 // line of key=value. N is one-based, 0 the default image, -1 the last; "loaded" counts in the same way, "default" from
 // 0. --content does not look at the name. --raw writes the visible rows, tightly packed, in memory order.
 
+#include "codecs/plugin/PluginFactory.h"
 #include "data/Dispatch.h"
 #include "tools/CommandLine.h"
 #include "tools/LoadedFile.h"
@@ -47,6 +48,7 @@ Arguments ParseArguments(int argc, char** argv) {
 }
 
 Tools::LoadedFile Load(const Arguments& arguments) {
+    AddPluginsBesideProgram(GetCodecRegistry());
     const SharedPtr<Platform::Video::Context> context = MakeShared<Platform::Video::Software::SoftwareContext>();
     const String path = Tools::PathArgument(arguments.file.c_str());
     return arguments.byContentOnly ? Tools::LoadByContent(path, arguments.index, context)
