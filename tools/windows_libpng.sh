@@ -67,7 +67,8 @@ buildLibrary() {
 fetchOnce() {
     [ ! -e "$work/source/libpng/CMakeLists.txt" ] || return 0
     writeSourceLists
-    apt-get "${aptOptions[@]}" update
+    # One list that cannot be had, of another archive say, is no reason to give up.
+    apt-get "${aptOptions[@]}" update || echo "Some package lists could not be had."
     fetchSource
 }
 
