@@ -61,11 +61,11 @@ TEST(JpgCoefficientTable, HoldsWhatTheBitsBeginWith) {
         CoefficientTable table;
         table.Load(counts.data(), symbols.data());
         for (std::uint32_t bits = 0; bits < 1u << peeked; ++bits) {
-            const std::array<std::uint8_t, 4> data{static_cast<std::uint8_t>(bits >> 2),
-                                                   static_cast<std::uint8_t>(bits << 6)};
+            const std::array<std::uint8_t, 16> data{static_cast<std::uint8_t>(bits >> 2),
+                                                    static_cast<std::uint8_t>(bits << 6)};
             // FF is followed by a zero in a segment.
-            const std::array<std::uint8_t, 4> stuffed{data[0], 0, data[1]};
-            const std::array<std::uint8_t, 4>& bytes = data[0] == 0xFF ? stuffed : data;
+            const std::array<std::uint8_t, 16> stuffed{data[0], 0, data[1]};
+            const std::array<std::uint8_t, 16>& bytes = data[0] == 0xFF ? stuffed : data;
             BitReader reader(bytes.data(), bytes.data() + bytes.size());
             reader.Fill();
             const CoefficientCode had = table.Peek(reader), wanted = Sought(counts, symbols, bits);
@@ -83,7 +83,7 @@ TEST(JpgCoefficientTable, ANewLoadForgetsTheOldCodes) {
     table.Load(counts.data(), &symbol);
     counts = {0, 1};
     table.Load(counts.data(), &symbol);
-    const std::array<std::uint8_t, 4> data{0x7F};
+    const std::array<std::uint8_t, 16> data{0x7F};
     BitReader reader(data.data(), data.data() + data.size());
     reader.Fill();
     EXPECT_EQ(table.Peek(reader).length, 0);
