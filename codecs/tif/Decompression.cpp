@@ -11,6 +11,7 @@
 #include <array>
 #include <cstring>
 #include <limits>
+#include <new>
 
 namespace ET::Img::Tif {
 
@@ -18,10 +19,10 @@ namespace {
 
 class StoredBytes final : public Decompression {
 public:
-    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, TileBuffer& target) const override {
         if (source.size() < shape.Bytes())
             throw Quorvex::Exception();
-        std::memcpy(target, source.data(), static_cast<std::size_t>(shape.Bytes()));
+        std::memcpy(target.Take(shape.Bytes()), source.data(), static_cast<std::size_t>(shape.Bytes()));
         return Outcome::Whole;
     }
     std::uint64_t LargestSize(std::uint64_t sourceSize, const TileShape&) const override { return sourceSize; }
@@ -29,8 +30,9 @@ public:
 
 class PackedBits final : public Decompression {
 public:
-    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
-        DecodePackBits(source.data(), source.size(), target, static_cast<std::size_t>(shape.Bytes()));
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, TileBuffer& target) const override {
+        DecodePackBits(source.data(), source.size(), target.Take(shape.Bytes()),
+                       static_cast<std::size_t>(shape.Bytes()));
         return Outcome::Whole;
     }
     /// Two bytes make up to 128.
@@ -39,10 +41,11 @@ public:
 
 class LzwCodes final : public Decompression {
 public:
-    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, TileBuffer& target) const override {
         if (shape.Bytes() > std::numeric_limits<std::uint32_t>::max())
             throw Quorvex::Exception();
-        DecodeTiffLzw(source.data(), source.size(), target, static_cast<std::size_t>(shape.Bytes()));
+        DecodeTiffLzw(source.data(), source.size(), target.Take(shape.Bytes()),
+                      static_cast<std::size_t>(shape.Bytes()));
         return Outcome::Whole;
     }
     /// A code of nine bits or more stands for less than 4096 bytes.
@@ -58,14 +61,15 @@ public:
         m_parameters.isModifiedHuffman = layout.compression == Compression::ModifiedHuffman;
     }
 
-    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, TileBuffer& target) const override {
         CcittParameters parameters = m_parameters;
         parameters.width = shape.columns;
         parameters.rows = shape.rows;
         const auto size = static_cast<std::size_t>(shape.Bytes());
-        std::memset(target, 0, size);
+        std::uint8_t* const rows = target.Take(shape.Bytes());
+        std::memset(rows, 0, size);
         try {
-            DecodeCcitt(source.data(), source.size(), target, size, parameters);
+            DecodeCcitt(source.data(), source.size(), rows, size, parameters);
         } catch (const Quorvex::Exception&) {
             return Outcome::Damaged;
         }
@@ -85,7 +89,7 @@ class ReversedBits final : public Decompression {
 public:
     explicit ReversedBits(std::unique_ptr<const Decompression> inner) : m_inner(std::move(inner)) {}
 
-    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, TileBuffer& target) const override {
         static constexpr std::array<std::uint8_t, 256> reversed = [] {
             std::array<std::uint8_t, 256> made{};
             for (std::size_t byte = 0; byte < 256; ++byte)
@@ -162,6 +166,18 @@ void CheckYCbCr(const Layout& layout) {
 }
 
 } // namespace
+
+std::uint8_t* TileBuffer::Take(std::uint64_t size) {
+    if (size > m_size) {
+        if (size > std::numeric_limits<std::ptrdiff_t>::max())
+            throw std::bad_alloc();
+        m_size = 0;
+        m_bytes.reset();
+        m_bytes.reset(new std::uint8_t[static_cast<std::size_t>(size)]);
+        m_size = size;
+    }
+    return m_bytes.get();
+}
 
 bool MakesPlainBytes(const Layout& layout) {
     return layout.IsJpeg() || layout.photometric == Photometric::YCbCr;

@@ -16,6 +16,18 @@ struct TileShape {
     std::uint64_t Bytes() const { return rowBytes * rows; }
 };
 
+/// Memory for the rows of a tile, which serves again for the next one.
+class TileBuffer {
+public:
+    /// Room for so many bytes of any content. Raises std::bad_alloc.
+    std::uint8_t* Take(std::uint64_t size);
+    const std::uint8_t* Get() const { return m_bytes.get(); }
+
+private:
+    std::unique_ptr<std::uint8_t[]> m_bytes;
+    std::uint64_t m_size = 0;
+};
+
 /// A way in which tiles are compressed. Any number of threads.
 class Decompression {
 public:
@@ -26,10 +38,9 @@ public:
 
     enum class Outcome { Whole, Damaged };
 
-    /// Fills the target, which has shape.Bytes() bytes. Raises Exception where the bytes of the file are damaged or too
-    /// few, and std::bad_alloc. A scheme that finds its way back behind damage gives what it has instead.
-    virtual Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape,
-                           std::uint8_t* target) const = 0;
+    /// Takes shape.Bytes() bytes of the target and fills them. Raises Exception where the bytes of the file are damaged
+    /// or too few, and std::bad_alloc. A scheme that finds its way back behind damage gives what it has instead.
+    virtual Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, TileBuffer& target) const = 0;
     /// No source of that many bytes stands for more than this, so that a few of them cannot ask for gigabytes.
     virtual std::uint64_t LargestSize(std::uint64_t sourceSize, const TileShape& shape) const = 0;
 };

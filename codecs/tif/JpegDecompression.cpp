@@ -45,7 +45,7 @@ public:
         m_tables.assign(tables.begin(), tables.end());
     }
 
-    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, TileBuffer& target) const override {
         Bytes joined;
         if (!m_tables.empty()) {
             joined = Joined(m_tables, source);
@@ -61,7 +61,7 @@ public:
     }
 
 protected:
-    void DecodeFile(std::span<const std::uint8_t> file, const TileShape& shape, std::uint8_t* target) const {
+    void DecodeFile(std::span<const std::uint8_t> file, const TileShape& shape, TileBuffer& target) const {
         JPGDecoder decoder(
             Quorvex::MakeShared<Quorvex::MemoryStream>(file.data(), static_cast<std::uint32_t>(file.size())));
         if (m_samples != 1 || m_photometric == Photometric::Rgb)
@@ -75,7 +75,7 @@ protected:
         decoder.Load(image, 0);
         if (decoder.IsIncomplete())
             throw Quorvex::Exception();
-        CopyRows(*image, shape, target);
+        CopyRows(*image, shape, target.Take(shape.Bytes()));
     }
 
 private:
@@ -119,7 +119,7 @@ public:
     OldJpegTiles(const Directory& directory, const Layout& layout)
         : JpegTiles(directory, layout), m_headers(directory, layout) {}
 
-    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, TileBuffer& target) const override {
         if (StartsJpeg(source))
             return JpegTiles::Decode(source, shape, target);
         DecodeFile(m_headers.FileOf(source, shape.columns, shape.rows), shape, target);

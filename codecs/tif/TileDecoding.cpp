@@ -9,7 +9,6 @@
 
 #include <atomic>
 #include <limits>
-#include <new>
 
 namespace ET::Img::Tif {
 
@@ -48,7 +47,7 @@ public:
         : m_grid(grid), m_format(format), m_decompression(decompression),
           m_isStored(layout.compression == Compression::None && !layout.isFillReversed && !MakesPlainBytes(layout)),
           m_isFullyStored(layout.compression == Compression::None), m_planes(PlaneList(layout).planes),
-          m_buffers(m_planes.size()), m_sizes(m_planes.size()) {}
+          m_buffers(m_planes.size()) {}
 
     /// Whether what was decoded until now lacks anything, besides planes that could not be decoded at all.
     bool IsDamaged() const { return m_isDamaged; }
@@ -73,25 +72,12 @@ private:
         if (m_decompression.LargestSize(source.size(), shape) < shape.Bytes())
             return nullptr;
         try {
-            std::uint8_t* const buffer = Buffer(i, shape.Bytes());
-            if (m_decompression.Decode(source, shape, buffer) == Decompression::Outcome::Damaged)
+            if (m_decompression.Decode(source, shape, m_buffers[i]) == Decompression::Outcome::Damaged)
                 m_isDamaged = true;
-            return buffer;
+            return m_buffers[i].Get();
         } catch (const Quorvex::Exception&) {
             return nullptr;
         }
-    }
-
-    std::uint8_t* Buffer(std::size_t i, std::uint64_t size) {
-        if (size > m_sizes[i]) {
-            if (size > std::numeric_limits<std::ptrdiff_t>::max())
-                throw std::bad_alloc();
-            m_sizes[i] = 0;
-            m_buffers[i].reset();
-            m_buffers[i].reset(new std::uint8_t[static_cast<std::size_t>(size)]);
-            m_sizes[i] = size;
-        }
-        return m_buffers[i].get();
     }
 
     const TileGrid& m_grid;
@@ -100,8 +86,7 @@ private:
     bool m_isStored;      ///< Rows lie in the file as they are.
     bool m_isFullyStored; ///< The size of a tile follows from the image; what the file says of it does not matter.
     std::vector<std::uint32_t> m_planes;
-    std::vector<std::unique_ptr<std::uint8_t[]>> m_buffers;
-    std::vector<std::uint64_t> m_sizes;
+    std::vector<TileBuffer> m_buffers;
     bool m_isDamaged = false;
 };
 

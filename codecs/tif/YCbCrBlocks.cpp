@@ -38,18 +38,18 @@ public:
             throw Quorvex::Exception();
     }
 
-    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, std::uint8_t* target) const override {
+    Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, TileBuffer& target) const override {
         const TileShape units = UnitsOf(shape);
-        const auto size = static_cast<std::size_t>(units.Bytes());
-        const std::unique_ptr<std::uint8_t[]> bytes(new std::uint8_t[size]);
-        const Outcome outcome = m_inner->Decode(source, units, bytes.get());
         const auto rowBytes = static_cast<std::size_t>(units.rowBytes);
+        TileBuffer buffer;
+        const Outcome outcome = m_inner->Decode(source, units, buffer);
+        std::uint8_t* const bytes = buffer.Take(units.Bytes());
         if (m_hasDifferences)
             for (std::uint32_t row = 0; row < units.rows; ++row)
-                SumDifferences(bytes.get() + row * rowBytes, rowBytes, 3, 8);
-        for (std::uint32_t row = 0; row < shape.rows; ++row)
-            ConvertRow(bytes.get() + row / m_vertical * rowBytes, row % m_vertical, shape.visibleColumns,
-                       target + row * shape.rowBytes);
+                SumDifferences(bytes + row * rowBytes, rowBytes, 3, 8);
+        std::uint8_t* rgb = target.Take(shape.Bytes());
+        for (std::uint32_t row = 0; row < shape.rows; ++row, rgb += shape.rowBytes)
+            ConvertRow(bytes + row / m_vertical * rowBytes, row % m_vertical, shape.visibleColumns, rgb);
         return outcome;
     }
 
