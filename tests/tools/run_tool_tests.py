@@ -76,6 +76,32 @@ def TestDecodeGivesTheTrueColours(folder):
         Equal(pixels == wanted, True, f"pixels of {name}")
 
 
+def TestDecodeGivesThePixelsOfPng(folder):
+    fields, pixels = Decode(SAMPLES / "png-rgba-8bit.png", folder)
+    rows = make_samples.TrueColour("PNG\nRGBA 8 BIT")
+    Equal(pixels == b"".join(bytes((b, g, r, a)) for row in rows for r, g, b, a in row), True, "pixels with alpha")
+    Equal((fields["decoder"], fields["bitsPerPixel"], fields["hasAlpha"]), ("PNGDecoder", "32", "1"), "fields")
+    for name, label in (("png-rgb-8bit-interlaced", "PNG\nRGB 8 BIT\nINTERLACED"), ("png-rgb-16bit", "PNG\nRGB 16 BIT")):
+        fields, pixels = Decode(SAMPLES / f"{name}.png", folder)
+        rows = make_samples.TrueColour(label)
+        wanted = b"".join(bytes((b, g, r, 255)) for row in rows for r, g, b, _ in row)
+        if fields["type"] == "BGRAUInt16":
+            # The two bytes of each sample are alike.
+            wanted = bytes(byte for byte in wanted for _ in range(2))
+        Equal(pixels == wanted, True, f"pixels of {name}")
+    Equal(fields["type"], "BGRAUInt16", "type of 16 bits")
+
+
+def TestDecodeGivesEveryImageOfAnIcon(folder):
+    for number, side in enumerate((16, 32, 48, 128), 1):
+        fields, pixels = Decode(SAMPLES / "icon.ico", folder, "--image", str(number))
+        wanted = b"".join(bytes((b, g, r, a)) for row in make_samples.IconRows(side) for r, g, b, a in row)
+        Equal(pixels == wanted, True, f"pixels of image {number}")
+        Equal((fields["decoder"], fields["count"], fields["default"]), ("ICODecoder", "4", "3"), "fields")
+    Equal(Decode(SAMPLES / "icon.ico", folder)[0]["loaded"], "4", "image shown first")
+    Equal(Decode(SAMPLES / "cursor.cur", folder)[0]["width"], "32", "width of the cursor")
+
+
 def TestDecodeSaysWhereTheNameIsWrong(folder):
     # No decoder is asked for by this name, so the content decides.
     path = Path(folder, "picture.data")
