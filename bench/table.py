@@ -11,6 +11,7 @@ import sys
 PEERS = {"Area, BGRA8": "OpenCV", "Area, grey 16": "OpenCV", "Cubic": "OpenCV", "Linear": "OpenCV", "Nearest": "pixman",
          "Scroll by 3 columns": "memcpy", "JPG 4:2:0": "libjpeg-turbo", "JPG 4:2:0, restarts": "libjpeg-turbo",
          "JPG 4:4:4": "libjpeg-turbo", "JPG progressive": "libjpeg-turbo", "JPG grey": "libjpeg-turbo",
+         "GIF photograph": "giflib", "GIF photograph, interlaced": "giflib", "GIF drawing": "giflib",
          "PNG RGB 8 bit": "libpng", "PNG RGB 16 bit": "libpng"}
 
 STAGES = ("codes", "transform", "color")
