@@ -1,17 +1,21 @@
 """Writes the sample pictures beside this script, or into the folder given by --out.
 
-The resolution chart, one bitmap for each generation of the file's header and each way to store pixels, PNG files of the
-usual kinds, an icon and a cursor. A picture says by a label what it is.
+The resolution chart, one bitmap for each generation of the file's header and each way to store pixels, and the usual
+kinds of the other formats. A picture says by a label what it is.
 """
 
 import argparse
 import functools
+import struct
 from pathlib import Path
 
 import bitmaps
 import chart
+import gifs
+import jpegs
 import lettering
 import pngs
+import tifs
 
 # Odd on purpose: rows of every depth end in padding.
 WIDTH, HEIGHT = 157, 93
@@ -121,6 +125,35 @@ def IconRows(side):
     return [[Scene(left + x * HEIGHT // side, top + y * HEIGHT // side) for x in range(side)] for y in range(side)]
 
 
+def Turned(label):
+    """The scene as a camera stores it that is held upright: its first row is the right edge."""
+    rows = TrueColour(label)
+    return [[row[x] for row in rows] for x in range(WIDTH - 1, -1, -1)]
+
+
+def GifFrames():
+    """The same picture, from the top and in passes."""
+    palette, plain = Indexed("GIF\nFRAME 1", 8)
+    _, interlaced = Indexed("GIF\nFRAME 2\nINTERLACED", 8)
+    return gifs.File(palette, [gifs.Frame(plain, 8), gifs.Frame(interlaced, 8, interlaced=True)])
+
+
+def TifColours(label, **options):
+    rows = [b"".join(bytes(pixel[:3]) for pixel in row) for row in TrueColour(label)]
+    return tifs.Image(rows, WIDTH, 8, tifs.RGB, samples=3, **options)
+
+
+def TifIndexed(label):
+    palette, rows = Indexed(label, 8)
+    return tifs.Image([bytes(row) for row in rows], WIDTH, 8, tifs.PALETTE, compression=tifs.PACK_BITS, colourMap=palette)
+
+
+def TifGreys(label, bits, code, sampleFormat, scale):
+    """The code as struct names it."""
+    rows = [struct.pack(f"{code[0]}{WIDTH}{code[1]}", *(pixel[0] * scale for pixel in row)) for row in TrueColour(label)]
+    return tifs.Image(rows, WIDTH, bits, tifs.BLACK_IS_ZERO, sampleFormat=sampleFormat)
+
+
 MASKS_555, MASKS_565 = (0x7C00, 0x3E0, 0x1F, 0), (0xF800, 0x7E0, 0x1F, 0)
 MASKS_888, MASKS_8888 = (0xFF0000, 0xFF00, 0xFF, 0), (0xFF0000, 0xFF00, 0xFF, 0xFF000000)
 MASKS_10 = (0x3FF00000, 0xFFC00, 0x3FF, 0)
@@ -157,6 +190,14 @@ def Samples():
         "windows-56-32bit-alpha.bmp": MaskedFile(56, "56 BYTES\nALPHA", 32, MASKS_8888, compression=BITFIELDS),
         "windows-108-32bit-alpha.bmp": MaskedFile(108, "VERSION 4\nALPHA", 32, MASKS_8888, compression=BITFIELDS),
         "windows-124-32bit-alpha.bmp": MaskedFile(124, "VERSION 5\nALPHA", 32, MASKS_8888, compression=BITFIELDS),
+        "gif-two-frames.gif": GifFrames(),
+        "jpg-420.jpg": jpegs.File(TrueColour("JPEG\n4:2:0")),
+        "jpg-turned.jpg": jpegs.File(Turned("JPEG\nTURNED\nBY EXIF"), orientation=6),
+        "tif-rgb-8bit.tif": tifs.File([TifColours("TIFF\nRGB 8 BIT")]),
+        "tif-grey-16bit-big-endian.tif": tifs.File([TifGreys("TIFF\nGREY 16 BIT", 16, ">H", tifs.UNSIGNED, 257)], ">"),
+        "tif-grey-float.tif": tifs.File([TifGreys("TIFF\nFLOAT", 32, "<f", tifs.FLOAT, 1 / 255)]),
+        "tif-three-images.tif": tifs.File([TifColours("TIFF\nIMAGE 1"), TifIndexed("TIFF\nIMAGE 2\nPACKBITS"),
+                                           TifGreys("TIFF\nIMAGE 3", 16, "<H", tifs.UNSIGNED, 257)]),
         "png-grey-4bit.png": PngGreys("PNG\nGREY\n4 BIT", 4),
         "png-palette-1bit.png": PngIndexed("PNG\n1 BIT\nALPHA", 1),
         "png-palette-8bit.png": PngIndexed("PNG\n8 BIT", 8),

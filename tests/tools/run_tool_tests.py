@@ -4,6 +4,7 @@
 """
 
 import argparse
+import struct
 import subprocess
 import sys
 import tempfile
@@ -100,6 +101,53 @@ def TestDecodeGivesEveryImageOfAnIcon(folder):
         Equal((fields["decoder"], fields["count"], fields["default"]), ("ICODecoder", "4", "3"), "fields")
     Equal(Decode(SAMPLES / "icon.ico", folder)[0]["loaded"], "4", "image shown first")
     Equal(Decode(SAMPLES / "cursor.cur", folder)[0]["width"], "32", "width of the cursor")
+
+
+def Opaque(pixels):
+    return b"".join(bytes((blue, green, red, 255)) for red, green, blue in pixels)
+
+
+def TestDecodeGivesEveryFrameOfAGif(folder):
+    for number, label in ((1, "GIF\nFRAME 1"), (2, "GIF\nFRAME 2\nINTERLACED")):
+        palette, rows = make_samples.Indexed(label, 8)
+        fields, pixels = Decode(SAMPLES / "gif-two-frames.gif", folder, "--image", str(number))
+        Equal(pixels == Opaque(palette[index] for row in rows for index in row), True, f"pixels of frame {number}")
+        Equal((fields["decoder"], fields["count"]), ("GIFDecoder", "2"), "fields")
+
+
+def TestDecodeGivesEveryImageOfATif(folder):
+    path = SAMPLES / "tif-three-images.tif"
+    colours = make_samples.TrueColour("TIFF\nIMAGE 1")
+    fields, pixels = Decode(path, folder, "--image", "1")
+    Equal(pixels == Opaque(pixel[:3] for row in colours for pixel in row), True, "pixels in colour")
+    Equal((fields["decoder"], fields["count"], fields["type"]), ("TIFDecoder", "3", "BGRAUInt8"), "fields")
+    palette, rows = make_samples.Indexed("TIFF\nIMAGE 2\nPACKBITS", 8)
+    _, pixels = Decode(path, folder, "--image", "2")
+    Equal(pixels == Opaque(palette[index] for row in rows for index in row), True, "pixels of a palette")
+    greys = [pixel[0] for row in make_samples.TrueColour("TIFF\nIMAGE 3") for pixel in row]
+    fields, pixels = Decode(path, folder, "--image", "-1")
+    Equal((fields["loaded"], fields["type"]), ("3", "UInt16"), "fields of the last image")
+    Equal(pixels == bytes(grey for grey in greys for _ in range(2)), True, "pixels in grey")
+
+
+def TestDecodeGivesTheGreysOfTif(folder):
+    greys = [pixel[0] for row in make_samples.TrueColour("TIFF\nGREY 16 BIT") for pixel in row]
+    _, pixels = Decode(SAMPLES / "tif-grey-16bit-big-endian.tif", folder)
+    Equal(pixels == bytes(grey for grey in greys for _ in range(2)), True, "pixels of 16 bits")
+    greys = [pixel[0] for row in make_samples.TrueColour("TIFF\nFLOAT") for pixel in row]
+    fields, pixels = Decode(SAMPLES / "tif-grey-float.tif", folder)
+    Equal(fields["type"], "Float32", "type")
+    Equal(pixels == struct.pack(f"<{len(greys)}f", *(grey / 255 for grey in greys)), True, "floating-point pixels")
+
+
+def TestDecodeComesNearThePixelsOfJpg(folder):
+    for name, rows, orientation in (("jpg-420", make_samples.TrueColour("JPEG\n4:2:0"), "1"),
+                                    ("jpg-turned", make_samples.Turned("JPEG\nTURNED\nBY EXIF"), "6")):
+        fields, pixels = Decode(SAMPLES / f"{name}.jpg", folder)
+        Equal((fields["decoder"], fields["orientation"], fields["incomplete"]), ("JPGDecoder", orientation, "0"), name)
+        differences = [abs(has - wants) for has, wants in zip(pixels, Opaque(pixel[:3] for row in rows for pixel in row))]
+        # Quality 90 with halved colour: the edges of the lettering are the worst of it.
+        Equal(sum(differences) / len(differences) < 3, True, f"mean difference of {name}")
 
 
 def TestDecodeSaysWhereTheNameIsWrong(folder):
