@@ -4,6 +4,7 @@
 #include "data/Image.h"
 #include "tests/codecs/TestStream.h"
 
+#include <functional>
 #include <string>
 
 /// A JPEG file that went through the two passes of a load, on a number of threads.
@@ -11,8 +12,12 @@ struct JpgLoad {
     using Bytes = std::vector<std::uint8_t>;
 
     explicit JpgLoad(const Bytes& file, std::uint32_t workerCount = 1)
+        : JpgLoad(file, [workerCount](ET::Img::JPGDecoder& made) { made.SetWorkerCount(workerCount); }) {}
+
+    /// PREPARE is called with the decoder before anything is read.
+    JpgLoad(const Bytes& file, const std::function<void(ET::Img::JPGDecoder&)>& prepare)
         : decoder(Quorvex::MakeShared<TestStream>(file, TestStream::Manner::Memory)) {
-        decoder.SetWorkerCount(workerCount);
+        prepare(decoder);
         info = decoder.GetInfo(0);
         Quorvex::Data::Dispatch(info.ColorType, "unknown color type", [this](auto tag) {
             image = Quorvex::MakeShared<Quorvex::Data::Image<typename decltype(tag)::Sample>>();

@@ -75,6 +75,8 @@ Bytes EncodeJpg(const JpgRecipe& recipe) {
     jpeg_set_defaults(&state);
     if (recipe.isYcck)
         jpeg_set_colorspace(&state, JCS_YCCK);
+    if (recipe.isRgb)
+        jpeg_set_colorspace(&state, JCS_RGB);
     jpeg_set_quality(&state, recipe.quality, TRUE);
     state.comp_info[0].h_samp_factor = recipe.horizontal;
     state.comp_info[0].v_samp_factor = recipe.vertical;

@@ -18,6 +18,7 @@ struct JpgRecipe {
     unsigned restartInterval = 0; ///< MCUs
     JpgScans scans = JpgScans::Interleaved;
     bool isYcck = false; ///< With four components.
+    bool isRgb = false;  ///< With three components, which are then stored as they are.
     unsigned seed = 1;
 };
 
