@@ -12,7 +12,9 @@ PEERS = {"Area, BGRA8": "OpenCV", "Area, grey 16": "OpenCV", "Cubic": "OpenCV", 
          "Scroll by 3 columns": "memcpy", "JPG 4:2:0": "libjpeg-turbo", "JPG 4:2:0, restarts": "libjpeg-turbo",
          "JPG 4:4:4": "libjpeg-turbo", "JPG progressive": "libjpeg-turbo", "JPG grey": "libjpeg-turbo",
          "GIF photograph": "giflib", "GIF photograph, interlaced": "giflib", "GIF drawing": "giflib",
-         "PNG RGB 8 bit": "libpng", "PNG RGB 16 bit": "libpng"}
+         "PNG RGB 8 bit": "libpng", "PNG RGB 16 bit": "libpng",
+         "TIF RGB16 LZW": "libtiff", "TIF RGB16 LZW, predictor": "libtiff", "TIF float32": "memcpy",
+         "TIF JPEG tiles": "libtiff"}
 
 STAGES = ("codes", "transform", "color")
 

@@ -13,7 +13,7 @@ packagesOfWine=(wine wine64 fonts-liberation)
 packagesOfQuickTest=(libgtest-dev libgmock-dev googletest libjpeg62-turbo-dev libgif-dev libtiff-dev python3)
 packagesOfTest=(git clang libclang-rt-14-dev clang-format clang-tidy g++-mingw-w64-i686-posix)
 # The peers of the benchmarks.
-packagesOfBench=(libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libpixman-1-dev libjpeg62-turbo-dev libgif-dev pkgconf python3-pil gpicview xvfb)
+packagesOfBench=(libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libpixman-1-dev libjpeg62-turbo-dev libgif-dev libtiff-dev pkgconf python3-pil gpicview xvfb)
 
 isInstalled() {
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]

@@ -103,6 +103,8 @@ Bytes Read(const Bytes& bytes, std::uint32_t directory, Format& format) {
     TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_PLANARCONFIG, &planar);
     TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_COMPRESSION, &format.compression);
     format.isPlanar = planar == PLANARCONFIG_SEPARATE && format.samples > 1;
+    if (format.photometric == PHOTOMETRIC_YCBCR)
+        return {};
     const std::size_t planes = format.isPlanar ? format.samples : 1;
     Bytes rows;
     bool isWhole = true;

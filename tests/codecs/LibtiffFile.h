@@ -32,7 +32,8 @@ struct Format {
 /// processor. Planes follow each other.
 Bytes Write(const Format& format, const Bytes& rows);
 
-/// The rows of the directory as Write takes them; empty where libtiff cannot read all of it.
+/// The rows of the directory as Write takes them; empty where libtiff cannot read all of it, and for
+/// YCbCr, whose rows are none of samples.
 Bytes Read(const Bytes& file, std::uint32_t directory, Format& format);
 
 /// Red, green, blue and alpha of all pixels, top row first; empty where libtiff cannot make them.

@@ -45,6 +45,17 @@ std::vector<std::size_t> LinksOf(const Bytes& file) {
     return links;
 }
 
+TEST(TifDirectories, TheFactoryIsTheLastAndNamesItsFiles) {
+    const auto& registry = ET::Img::GetCodecRegistry();
+    const ET::Img::TIFDecoderFactory factory;
+    EXPECT_EQ(factory.GetFilePattern(), String(u"*.tif;*.tiff"));
+    EXPECT_EQ(registry.back()->GetFilePattern(), factory.GetFilePattern());
+    EXPECT_TRUE(ET::Img::MatchesPattern(factory.GetFilePattern(), String(u"Scan.TIFF")));
+    const std::u16string_view german = ET::Img::TIFDecoderFactory::germanText;
+    EXPECT_EQ(german, u"TIF-Dateien (*.tif;*.tiff)");
+    EXPECT_EQ(std::u16string_view(ET::Img::TIFDecoderFactory::englishText), u"TIF files (*.tif;*.tiff)");
+}
+
 TEST(TifDirectories, AFileOfThreeHasThreeImages) {
     const Bytes file = TifRecipe::Build(Three());
     EXPECT_EQ(CountOf(file), 3u);

@@ -1,0 +1,225 @@
+#include "tests/codecs/JpgSegments.h"
+#include "tests/codecs/LibtiffFile.h"
+#include "tests/codecs/TifLoad.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+using Bytes = TifRecipe::Bytes;
+
+namespace {
+
+using namespace JpgSegments;
+
+/// A grey JPEG file of 8 x 8 pixels, flat: 128 and an eighth of the coefficient.
+Bytes FlatJpeg(std::uint8_t bitsOfCoefficient) {
+    // The size 7 of the difference as a code of four bits, its seven bits, and the end of the block.
+    const unsigned bits = 7u << 12 | (bitsOfCoefficient & 127u) << 5 | 0u << 1 | 1;
+    return GreyFileUpToItsData(8, 8) + Bytes{static_cast<std::uint8_t>(bits >> 8), static_cast<std::uint8_t>(bits)} +
+           JpgSegments::end;
+}
+
+TifRecipe Flat(std::uint32_t compression = 7) {
+    TifRecipe recipe;
+    recipe.width = 8;
+    recipe.height = 16;
+    recipe.rowsPerStrip = 8;
+    recipe.compression = compression;
+    recipe.tiles = {FlatJpeg(64), FlatJpeg(72)};
+    return recipe;
+}
+
+TEST(TifJpeg, AStripIsAFileOfItsOwn) {
+    const TifLoad load(Flat().Build());
+    EXPECT_FALSE(load.decoder.IsIncomplete());
+    Bytes wanted(64, 128 + 64 / 8);
+    wanted.insert(wanted.end(), 64, 128 + 72 / 8);
+    EXPECT_EQ(load.Samples<std::uint8_t>(), wanted);
+}
+
+TEST(TifJpeg, TablesMayStandApart) {
+    for (const bool hasEnd : {false, true}) {
+        TifRecipe recipe = Flat();
+        const Bytes tables = start + FlatQuantisation() + FourBitCodes(0x00) + FourBitCodes(0x10);
+        const Bytes file = FlatJpeg(64);
+        recipe.tiles[0] = start + Bytes(file.begin() + static_cast<std::ptrdiff_t>(tables.size()), file.end());
+        const Bytes all = hasEnd ? tables + JpgSegments::end : tables;
+        recipe.tags[347] = {7, std::vector<std::uint32_t>(all.begin(), all.end())};
+        EXPECT_EQ(TifLoad(recipe.Build()).Samples<std::uint8_t>(), TifLoad(Flat().Build()).Samples<std::uint8_t>());
+    }
+}
+
+TEST(TifJpeg, AStripThatIsNoJpegStaysAtZero) {
+    for (const Bytes& wrong : {Bytes{1, 2, 3}, Bytes{0xFF, 0xD8}, GreyFileUpToItsData(8, 8), FlatJpeg(64)}) {
+        TifRecipe recipe = Flat();
+        recipe.tiles[0] = wrong;
+        // The last one is a good file that ends too early.
+        if (wrong == FlatJpeg(64))
+            recipe.tiles[0].resize(wrong.size() - 3);
+        const TifLoad load(recipe.Build());
+        EXPECT_TRUE(load.decoder.IsIncomplete());
+        Bytes wanted(64, 0);
+        wanted.insert(wanted.end(), 64, 128 + 72 / 8);
+        EXPECT_EQ(load.Samples<std::uint8_t>(), wanted);
+    }
+}
+
+TEST(TifJpeg, FramesOfOtherSizes) {
+    TifRecipe recipe = Flat();
+    recipe.height = 12;
+    EXPECT_FALSE(TifLoad(recipe.Build()).decoder.IsIncomplete()) << "the last strip is longer than the image";
+    recipe.width = 9;
+    EXPECT_TRUE(TifLoad(recipe.Build()).decoder.IsIncomplete()) << "too narrow";
+}
+
+TEST(TifJpeg, OldFilesInInterchangeFormat) {
+    TifRecipe recipe = Flat(6);
+    recipe.height = 8;
+    recipe.tiles = {FlatJpeg(64)};
+    recipe.tags[513] = {4, {8}};
+    recipe.tags[514] = {4, {static_cast<std::uint32_t>(recipe.tiles[0].size())}};
+    const Bytes wanted(64, 136);
+    EXPECT_EQ(TifLoad(recipe.Build()).Samples<std::uint8_t>(), wanted);
+    recipe.without = {514};
+    EXPECT_EQ(TifLoad(recipe.Build()).Samples<std::uint8_t>(), wanted) << "without a length";
+    recipe.without = {273, 279};
+    EXPECT_EQ(TifLoad(recipe.Build()).Samples<std::uint8_t>(), wanted) << "without strips";
+    recipe.without = {513, 514};
+    EXPECT_EQ(TifLoad(recipe.Build()).Samples<std::uint8_t>(), wanted) << "the strip itself is the file";
+}
+
+TEST(TifJpeg, OldFilesWhoseStripsFollowTheirHeaders) {
+    const Bytes whole = GreyFileUpToItsData(8, 16);
+    const Bytes scan = ScanHeader({1});
+    const Bytes headers(whole.begin(), whole.end() - static_cast<std::ptrdiff_t>(scan.size()));
+    const auto dataOf = [](std::uint8_t coefficient) {
+        const Bytes file = FlatJpeg(coefficient);
+        return Bytes(file.end() - 4, file.end() - 2);
+    };
+    for (const bool isScanInStrip : {false, true}) {
+        TifRecipe recipe = Flat(6);
+        recipe.tiles = {(isScanInStrip ? scan : Bytes()) + dataOf(64), dataOf(72), headers};
+        std::uint32_t place = 8;
+        std::vector<std::uint32_t> offsets, sizes;
+        for (const Bytes& tile : recipe.tiles) {
+            offsets.push_back(place);
+            sizes.push_back(static_cast<std::uint32_t>(tile.size()));
+            place += sizes.back();
+        }
+        recipe.tags[513] = {4, {offsets[2]}};
+        recipe.tags[514] = {4, {sizes[2]}};
+        recipe.tags[273] = {4, {offsets[0], offsets[1]}};
+        recipe.tags[279] = {4, {sizes[0], sizes[1]}};
+        const TifLoad load(recipe.Build());
+        EXPECT_FALSE(load.decoder.IsIncomplete());
+        EXPECT_EQ(load.Samples<std::uint8_t>(), TifLoad(Flat().Build()).Samples<std::uint8_t>());
+    }
+}
+
+TEST(TifJpeg, OldFilesWhoseTablesAreTags) {
+    const Bytes quantisation = FlatQuantisation(), dc = FourBitCodes(0x00), ac = FourBitCodes(0x10);
+    const Bytes file = FlatJpeg(64), second = FlatJpeg(72);
+    TifRecipe recipe = Flat(6);
+    // Tables without their markers, lengths and names.
+    recipe.tiles = {Bytes(file.end() - 4, file.end() - 2), Bytes(second.end() - 4, second.end() - 2),
+                    Bytes(quantisation.begin() + 5, quantisation.end()), Bytes(dc.begin() + 5, dc.end()),
+                    Bytes(ac.begin() + 5, ac.end())};
+    std::uint32_t place = 8;
+    std::vector<std::uint32_t> offsets;
+    for (const Bytes& tile : recipe.tiles) {
+        offsets.push_back(place);
+        place += static_cast<std::uint32_t>(tile.size());
+    }
+    recipe.tags[273] = {4, {offsets[0], offsets[1]}};
+    recipe.tags[279] = {4, {2, 2}};
+    recipe.tags[519] = {4, {offsets[2]}};
+    recipe.tags[520] = {4, {offsets[3]}};
+    recipe.tags[521] = {4, {offsets[4]}};
+    const TifLoad load(recipe.Build());
+    EXPECT_FALSE(load.decoder.IsIncomplete());
+    EXPECT_EQ(load.Samples<std::uint8_t>(), TifLoad(Flat().Build()).Samples<std::uint8_t>());
+    recipe.tags[520] = {4, {0xFFFFFFF0}};
+    EXPECT_EQ(TifFailure(recipe.Build()), "") << "a table beyond the file";
+}
+
+#ifdef VARNOLITE_HAS_TIFF
+
+/// A smooth picture, whose samples all differ in their course.
+Bytes Smooth(const LibtiffFile::Format& format) {
+    Bytes rows;
+    for (std::uint32_t plane = 0; plane < (format.isPlanar ? format.samples : 1u); ++plane)
+        for (std::uint32_t y = 0; y < format.height; ++y)
+            for (std::uint32_t x = 0; x < format.width; ++x)
+                for (std::uint32_t s = 0; s < (format.isPlanar ? 1u : format.samples); ++s)
+                    rows.push_back(static_cast<std::uint8_t>(127.5 + 90 * std::sin(x * 0.05 + (plane + s)) *
+                                                                         std::cos(y * 0.04 + 2 * (plane + s))));
+    return rows;
+}
+
+/// The largest difference between what is loaded and what libtiff makes of the file, in colours.
+int LargestDifference(const Bytes& file, const Bytes& wanted) {
+    const TifLoad load(file);
+    EXPECT_FALSE(load.decoder.IsIncomplete());
+    const Bytes had = load.Memory();
+    const std::size_t channels = load.info.ColorType == Quorvex::Data::ColorTypeEnum::UInt8 ? 1 : 4;
+    EXPECT_EQ(had.size() / channels, wanted.size() / 4);
+    int largest = 0;
+    for (std::size_t i = 0; i < wanted.size() / 4; ++i)
+        for (std::size_t c = 0; c < 3; ++c)
+            largest = std::max(largest, std::abs(had[i * channels + (channels == 1 ? 0 : 2 - c)] - wanted[4 * i + c]));
+    return largest;
+}
+
+LibtiffFile::Format JpegFormat(std::uint16_t samples, std::uint16_t photometric, std::uint32_t tileSize,
+                               bool isPlanar) {
+    LibtiffFile::Format format;
+    format.width = 83;
+    format.height = 71;
+    format.samples = samples;
+    format.photometric = photometric;
+    format.compression = 7;
+    format.tileSize = tileSize;
+    format.rowsPerStrip = 16;
+    format.isPlanar = isPlanar;
+    return format;
+}
+
+TEST(TifJpeg, GreyAndRgbOfLibtiff) {
+    for (const std::uint16_t samples : {std::uint16_t{1}, std::uint16_t{3}})
+        for (const std::uint32_t tileSize : {0u, 32u})
+            for (const bool isPlanar : {false, true})
+                for (const bool isBigEndian : {false, true}) {
+                    LibtiffFile::Format format = JpegFormat(samples, samples == 3 ? 2 : 1, tileSize, isPlanar);
+                    format.isBigEndian = isBigEndian;
+                    const Bytes file = LibtiffFile::Write(format, Smooth(format));
+                    // Both inverse transforms round, by one at most.
+                    EXPECT_LE(LargestDifference(file, LibtiffFile::ReadColors(file)), 2)
+                        << samples << " samples, tiles of " << tileSize << (isPlanar ? ", planar" : "");
+                }
+}
+
+TEST(TifJpeg, YCbCrOfLibtiff) {
+    for (const std::uint16_t factor : {std::uint16_t{1}, std::uint16_t{2}})
+        for (const std::uint32_t tileSize : {0u, 32u}) {
+            LibtiffFile::Format format = JpegFormat(3, 6, tileSize, false);
+            format.chroma = {factor, factor};
+            constexpr std::uint32_t jpegColorMode = 65538;
+            format.tags = {{jpegColorMode, 1}};
+            const Bytes file = LibtiffFile::Write(format, Smooth(format));
+            // Where chrominance is shared, libjpeg makes it smooth between its samples.
+            EXPECT_LE(LargestDifference(file, LibtiffFile::ReadColors(file)), factor == 1 ? 4 : 16) << factor;
+        }
+}
+
+TEST(TifJpeg, InksOfLibtiff) {
+    const LibtiffFile::Format format = JpegFormat(4, 5, 0, false);
+    const Bytes file = LibtiffFile::Write(format, Smooth(format));
+    EXPECT_LE(LargestDifference(file, LibtiffFile::ReadColors(file)), 3);
+}
+
+#endif
+
+} // namespace
