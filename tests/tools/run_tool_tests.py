@@ -4,6 +4,7 @@
 """
 
 import argparse
+import shutil
 import struct
 import subprocess
 import sys
@@ -148,6 +149,19 @@ def TestDecodeComesNearThePixelsOfJpg(folder):
         differences = [abs(has - wants) for has, wants in zip(pixels, Opaque(pixel[:3] for row in rows for pixel in row))]
         # Quality 90 with halved colour: the edges of the lettering are the worst of it.
         Equal(sum(differences) / len(differences) < 3, True, f"mean difference of {name}")
+
+
+def TestDecodeFindsPluginsBesideItself(folder):
+    program = Path(shutil.copy(PROGRAMS / "decode", folder))
+    path = Path(folder, "picture.rek")
+    samples = struct.pack("<6H", 1, 2, 3, 40000, 5, 65535)
+    path.write_bytes(b"REK1" + struct.pack("<III", 3, 2, 1) + samples)
+    Equal(Run(program, path)[0], 1, "exit code without a plug-in")
+    shutil.copy(PROGRAMS / "plugins" / "sample" / "VarnoliteSample.so", folder)
+    code, output, error = Run(program, path, "--raw", Path(folder, "raw"))
+    Equal((code, error), (0, ""), "with a plug-in")
+    Equal("decoder=IDecoderCOMAsCPPWrapper type=UInt16 width=3 height=2 " in output, True, output)
+    Equal(Path(folder, "raw").read_bytes(), samples, "pixels")
 
 
 def TestDecodeSaysWhereTheNameIsWrong(folder):

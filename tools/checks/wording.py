@@ -18,7 +18,7 @@ PATTERNS = [
     # A text that the program itself raises ends with the words and is no mark.
     (re.compile(r"\bnot (yet )?[i]mplemented\b(?!\")", re.IGNORECASE), "marks unfinished work"),
 ]
-BINARY = (".bmp", ".ico", ".png", ".icc", ".bin")
+BINARY = (".bmp", ".gif", ".ico", ".png", ".icc", ".bin")
 BAD = {
     "data/A.cpp": "// see P" + "art 6.2\n",
     "README.md": "as the s" + "pec says. The s" + "pec has it.\n",
