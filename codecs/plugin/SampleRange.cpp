@@ -43,7 +43,7 @@ std::optional<SampleRange> FindSampleRange(const Quorvex::Data::ImageBase& image
     return Quorvex::Data::Dispatch(image.ColorType, "unknown color type", [&](auto tag) {
         using Tag = decltype(tag);
         using Channel = typename Tag::Channel;
-        constexpr std::size_t channels = sizeof(typename Tag::Sample) / sizeof(Channel);
+        constexpr std::size_t channels = Tag::Traits::isColor ? 4 : 1;
         const auto lock = Tag::Traits::LockIn(image, Quorvex::Data::LockMode::ReadOnly);
         Range<Channel> range;
         // A plug-in may claim any number of rows that have no pixels.
