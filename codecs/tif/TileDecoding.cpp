@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <limits>
+#include <optional>
 
 namespace ET::Img::Tif {
 
@@ -103,8 +104,7 @@ public:
     bool Run(std::uint32_t workerCount) {
         if (m_grid.GetStoredCount() < m_grid.GetCount()) {
             m_isIncomplete = true;
-            for (std::uint32_t y = 0; y < m_lock.Height; ++y)
-                ClearMemory(m_lock.Row(y), m_lock.Width * sizeof(Sample));
+            Clear({0, 0, m_lock.Width, m_lock.Height});
         }
         ShareWork(workerCount, [this] { Work(); });
         return !m_isIncomplete;
@@ -113,19 +113,28 @@ public:
 private:
     void Work() {
         TileBytes bytes(m_grid, m_layout, m_format, m_decompression);
-        TilePainter<Sample, Conversion> painter(m_layout, m_format, std::min(m_grid.GetTileWidth(), m_layout.width),
-                                                m_conversion, m_lock);
+        // Its rows take memory, which a file without any tile is no reason for.
+        std::optional<TilePainter<Sample, Conversion>> painter;
         for (std::uint64_t tile = m_next++; tile < m_grid.GetStoredCount(); tile = m_next++) {
             const TileGrid::Place place = m_grid.GetPlace(tile);
             const std::vector<const std::uint8_t*> planes = bytes.Decode(tile, place);
             const auto missing = static_cast<std::size_t>(std::count(planes.begin(), planes.end(), nullptr));
             if (missing != 0 || bytes.IsDamaged())
                 m_isIncomplete = true;
-            if (missing == planes.size())
-                painter.Clear(place);
-            else
-                painter.Paint(place, planes);
+            if (missing == planes.size()) {
+                Clear(place);
+                continue;
+            }
+            if (!painter)
+                painter.emplace(m_layout, m_format, std::min(m_grid.GetTileWidth(), m_layout.width), m_conversion,
+                                m_lock);
+            painter->Paint(place, planes);
         }
+    }
+
+    void Clear(const TileGrid::Place& place) const {
+        for (std::uint32_t y = 0; y < place.rows; ++y)
+            ClearMemory(m_lock.Row(place.y + y) + place.x, place.columns * sizeof(Sample));
     }
 
     const Layout& m_layout;

@@ -52,8 +52,10 @@ TileGrid::TileGrid(const Directory& directory, const Layout& layout, std::span<c
 // A few bytes of a compressed tile can stand for any number of samples that nobody sees.
 void TileGrid::CheckOverhang(const Layout& layout) const {
     constexpr double tolerance = 64 << 20, imageFactor = 16, fileFactor = 256;
-    const double image = double(m_width) * m_height * (layout.isColor ? 4 : 1) * (layout.ChannelBits() / 8);
-    const double padded = double(m_across) * m_tileWidth * m_height * layout.SamplesInTile() * (layout.bits / 8.0);
+    // As many bytes as a sample takes when it is unpacked.
+    const double sampleBytes = layout.ChannelBits() / 8;
+    const double image = double(m_width) * m_height * (layout.isColor ? 4 : 1) * sampleBytes;
+    const double padded = double(m_across) * m_tileWidth * m_height * layout.SamplesInTile() * sampleBytes;
     if (padded > tolerance + imageFactor * image + fileFactor * m_numbers.GetSize())
         throw Quorvex::Exception();
 }

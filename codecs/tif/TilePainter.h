@@ -1,6 +1,5 @@
 #pragma once
 
-#include "codecs/ClearMemory.h"
 #include "codecs/tif/PixelConversion.h"
 #include "codecs/tif/SampleReader.h"
 #include "codecs/tif/TileGrid.h"
@@ -94,11 +93,6 @@ public:
                     std::fill(m_channels[plane].begin(), m_channels[plane].end(), Source{});
             m_conversion.Convert(Row(), pixels, place.columns);
         }
-    }
-
-    void Clear(const TileGrid::Place& place) const {
-        for (std::uint32_t y = 0; y < place.rows; ++y)
-            ClearMemory(m_lock.Row(place.y + y) + place.x, place.columns * sizeof(Sample));
     }
 
 private:
