@@ -1,6 +1,7 @@
 #include "codecs/bmp/BMPDecoder.h"
 #include "data/Image.h"
 #include "fuzz/CopyingStream.h"
+#include "fuzz/Require.h"
 #include "settings/PropertyListing.h"
 
 #include <cstring>
@@ -15,11 +16,6 @@ using Pixel = Data::ColorBGRA<std::uint8_t>;
 namespace {
 
 constexpr std::uint64_t largestPixelCount = 1 << 14;
-
-void Require(bool condition) {
-    if (!condition)
-        __builtin_trap();
-}
 
 void Fill(Data::ImageBase& image, std::uint8_t value) {
     const auto lock = image.LockBGRAUInt8(Data::LockMode::ReadWrite);

@@ -1,5 +1,6 @@
 #include "codecs/tif/Ccitt.h"
 #include "foundation/Exception.h"
+#include "fuzz/Require.h"
 
 #include <vector>
 
@@ -11,11 +12,6 @@ using namespace ET::Img;
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-
-void Require(bool condition) {
-    if (!condition)
-        __builtin_trap();
-}
 
 struct Decoded {
     Bytes rows;

@@ -1,6 +1,7 @@
 #include "codecs/DecodeWithFactory.h"
 #include "data/MemoryStream.h"
 #include "fuzz/FuzzContext.h"
+#include "fuzz/Require.h"
 
 #include <algorithm>
 
@@ -11,11 +12,6 @@ using namespace ET::Img;
 // the name, and when that fails by its content, which must leave index and image as they were if it fails too.
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition)
-        __builtin_trap();
-}
 
 bool ByName(const char* name, const SharedPtr<Stream>& stream, const LoadTarget& target, std::int32_t index) {
     try {

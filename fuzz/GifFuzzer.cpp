@@ -1,6 +1,7 @@
 #include "codecs/gif/GIFDecoder.h"
 #include "data/Image.h"
 #include "fuzz/CopyingStream.h"
+#include "fuzz/Require.h"
 
 #include <algorithm>
 #include <cstring>
@@ -16,11 +17,6 @@ namespace {
 
 constexpr std::uint64_t largestPixelCount = 1 << 14;
 constexpr std::uint32_t mostFrames = 3;
-
-void Require(bool condition) {
-    if (!condition)
-        __builtin_trap();
-}
 
 /// The visible pixels of a frame, and whether it was complete; nothing where it is refused.
 std::vector<Pixel> DecodeOrRefuse(const SharedPtr<Stream>& stream, std::uint32_t index, std::uint8_t background) {

@@ -1,6 +1,7 @@
 #include "codecs/jpg/JPGDecoder.h"
 #include "data/Image.h"
 #include "data/MemoryStream.h"
+#include "fuzz/Require.h"
 
 #include <cstring>
 #include <vector>
@@ -14,11 +15,6 @@ namespace {
 
 // Enough for a scan whose pixels are made on other threads than the one that reads its codes.
 constexpr std::uint64_t largestPixelCount = 1 << 19;
-
-void Require(bool condition) {
-    if (!condition)
-        __builtin_trap();
-}
 
 using Bytes = std::vector<std::uint8_t>;
 

@@ -1,6 +1,7 @@
 #include "codecs/lzw/GifLzw.h"
 #include "codecs/lzw/TiffLzw.h"
 #include "foundation/Exception.h"
+#include "fuzz/Require.h"
 
 #include <algorithm>
 #include <vector>
@@ -14,11 +15,6 @@ using namespace ET::Img;
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-
-void Require(bool condition) {
-    if (!condition)
-        __builtin_trap();
-}
 
 template <class Decode>
 bool IsWhole(const Decode& decode) {

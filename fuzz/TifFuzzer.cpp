@@ -30,7 +30,7 @@ Bytes Decode(const FuzzDecode::SharedPtr<Quorvex::Stream>& stream, std::uint32_t
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto byteCount = static_cast<std::uint32_t>(size);
-    FuzzDecode::Require(Decode(Quorvex::MakeShared<Quorvex::MemoryStream>(data, byteCount), 1, 0x5A) ==
-                        Decode(Quorvex::MakeShared<FuzzDecode::CopyingStream>(data, size), 3, 0xA5));
+    Require(Decode(Quorvex::MakeShared<Quorvex::MemoryStream>(data, byteCount), 1, 0x5A) ==
+            Decode(Quorvex::MakeShared<CopyingStream>(data, size), 3, 0xA5));
     return 0;
 }
