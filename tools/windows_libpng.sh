@@ -3,7 +3,7 @@
 #   tools/windows_libpng.sh x86_64|i686
 # The static library and its headers come to build/libpng/ARCHITECTURE, which survives the cleaning of any preset's
 # folder; where they are there already, nothing is done. Needs no rights of the system: the package lists with sources
-# lie below build/libpng too.
+# lie below build/libpng too. The sources are kept in the user's cache, so that another clone needs no network.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
@@ -13,6 +13,7 @@ case "${1-}" in
 esac
 work=$root/build/libpng
 result=$work/$architecture
+kept=${XDG_CACHE_HOME:-${HOME:-/nonexistent}/.cache}/varnolite/libpng
 [ ! -e "$result/complete" ] || exit 0
 mkdir -p "$work"
 # Two presets may be configured at once.
@@ -66,10 +67,23 @@ buildLibrary() {
 
 fetchOnce() {
     [ ! -e "$work/source/libpng/CMakeLists.txt" ] || return 0
+    if [ -e "$kept/CMakeLists.txt" ]; then
+        rm -rf "$work/source"
+        mkdir -p "$work/source"
+        cp -r "$kept" "$work/source/libpng"
+        return 0
+    fi
     writeSourceLists
     # One list that cannot be had, of another archive say, is no reason to give up.
     apt-get "${aptOptions[@]}" update || echo "Some package lists could not be had."
     fetchSource
+    keepSource || echo "The sources could not be kept."
+}
+
+# Whole or not at all.
+keepSource() {
+    local part=$kept.$$
+    mkdir -p "$(dirname "$kept")" && cp -r "$work/source/libpng" "$part" && mv -T "$part" "$kept"
 }
 
 log=$work/build-$architecture.log
