@@ -33,14 +33,14 @@ void CheckKind(const ImageBase& target) {
 } // namespace
 
 std::uint32_t GIFDecoderImpl::GetCount() const {
-    if (m_count == 0) {
+    if (!m_count) {
         Gif::FileWalk walk(*m_stream);
         std::uint32_t count = 0;
         while (walk.Next())
             ++count;
         m_count = count;
     }
-    return m_count;
+    return *m_count;
 }
 
 SharedPtr<ImageBase> GIFDecoderImpl::Load(const SharedPtr<ImageBase>& target, std::uint32_t index) {

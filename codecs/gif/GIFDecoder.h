@@ -4,6 +4,8 @@
 #include "codecs/Decoder.h"
 #include "codecs/gif/Frame.h"
 
+#include <optional>
+
 namespace ET::Img {
 
 /// The worker behind a GIFDecoder.
@@ -11,14 +13,13 @@ class GIFDecoderImpl final : public ImageFile::ImplBase {
 public:
     explicit GIFDecoderImpl(SharedPtr<Quorvex::Stream> stream) : m_stream(std::move(stream)) {}
 
-    /// Walks the whole file unless that has been done. Raises as Load does.
+    /// Walks the whole file unless that has been done, and then raises as a Load without a target does for damage.
     std::uint32_t GetCount() const override;
     SharedPtr<ImageBase> Load(const SharedPtr<ImageBase>& target, std::uint32_t index) override;
 
 private:
     SharedPtr<Quorvex::Stream> m_stream;
-    // Of a file without a frame, 0 as of one that was not walked: it is walked again.
-    mutable std::uint32_t m_count = 0;
+    mutable std::optional<std::uint32_t> m_count; ///< Nothing before the file was walked.
 };
 
 /// The frames of a GIF file as images of their own: where a frame lies on the screen, how long it shows, and what of it

@@ -137,8 +137,10 @@ SharedPtr<ImageBase> ICODecoderImpl::DecodeBitmap(Bytes bytes, const SharedPtr<I
         CheckPlausible(Info, bytes.size);
         return image;
     }
+    // What is left of a bitmap that ends early are pixels and no mask.
+    const bool hasMask = !decoder.IsIncomplete() && ReadMask(*stream, *image);
     // Without a mask it is the fourth byte that tells, where any pixel has one.
-    if (!ReadMask(*stream, *image) && decoder.GetLoadedInfo().BitsPerPixel == 32)
+    if (!hasMask && decoder.GetLoadedInfo().BitsPerPixel == 32)
         image->HasAlpha = HasVisibleAlpha(image->LockBGRAUInt8(LockMode::ReadOnly)) ? 1 : 0;
     return image;
 }

@@ -228,6 +228,17 @@ TEST(IcoDecode, ABitmapThatEndsEarlyShowsItsRowsAndDoesNotCountAsIncomplete) {
     EXPECT_FALSE(load.decoder.IsIncomplete());
 }
 
+TEST(IcoDecode, TheRestOfARowThatEndsEarlyIsNoMask) {
+    // A mask of 16 rows would take 64 bytes; a row of 96 is cut to 70.
+    const IconBitmap bitmap{.width = 32, .height = 16, .bits = 24, .hasMask = false};
+    Bytes cut = bitmap.Build();
+    cut.resize(cut.size() - 26);
+    const IcoLoad load(IcoRecipe{.images = {{32, 16, 24, cut}}}.Build());
+    Samples expected = DecodeIconImage(bitmap.Build()).samples;
+    std::fill(expected.begin(), expected.begin() + 32 * 4, std::uint16_t{0});
+    EXPECT_EQ(load.Samples(), expected);
+}
+
 TEST(IcoDecode, LeavesTheStreamAndItsBytesAsTheyWere) {
     const IcoRecipe recipe{.images = {IconBitmap{.width = 5, .height = 5}.ToImage(), Unmeasured(SquarePng(3))}};
     Bytes file = recipe.Build();

@@ -54,6 +54,11 @@ TEST_F(LoadFile, ByContentDecodesAndTellsTheTime) {
     EXPECT_EQ(time, FileStream(path).GetLastWriteTime());
 }
 
+TEST_F(LoadFile, OfAGifWithoutFramesKnowsTheirCountWhenTheFileIsClosed) {
+    const Bytes file{'G', 'I', 'F', '8', '9', 'a', 1, 0, 1, 0, 0x80, 0, 0, 0, 0, 0, 255, 255, 255, ';'};
+    EXPECT_EQ(LoadFileByExtension(Write("a.gif", file), target, index, image)->GetCount(), 0u);
+}
+
 TEST_F(LoadFile, ClosesTheFileAndKeepsTheDecoder) {
     const auto decoder = LoadFileByExtension(Write("a.bmp", GoodBitmap()), target, index, image);
     EXPECT_EQ(decoder->GetCount(), 1u);
