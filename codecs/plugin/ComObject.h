@@ -1,6 +1,7 @@
 #pragma once
 
 #include "codecs/plugin/VarnolitePlugin.h"
+#include "foundation/Exception.h"
 
 #include <atomic>
 #include <exception>
@@ -19,6 +20,8 @@ public:
     ComObject& operator=(const ComObject&) = delete;
 
     Result VARNOLITE_CALL QueryInterface(const VarnolitePlugin::Identifier& identifier, void** object) override {
+        if (object == nullptr)
+            return VarnolitePlugin::Failure;
         const bool isIt = identifier == Interface::Id || identifier == VarnolitePlugin::IUnknown::Id;
         *object = isIt ? static_cast<Interface*>(this) : nullptr;
         if (!isIt)
@@ -36,6 +39,14 @@ public:
 
 protected:
     virtual ~ComObject() = default;
+
+    /// Where a plug-in wants its answer. Raises Exception with empty text where it names no place.
+    template <class T>
+    static T& PlaceOf(T* place) {
+        if (place == nullptr)
+            throw Quorvex::Exception();
+        return *place;
+    }
 
     /// No exception leaves the program this way.
     template <class Action>

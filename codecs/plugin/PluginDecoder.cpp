@@ -89,6 +89,8 @@ SharedPtr<ImageBase> IDecoderCOMAsCPPWrapperImpl::Load(const SharedPtr<ImageBase
 
 void IDecoderCOMAsCPPWrapperImpl::SetLogger(SharedPtr<Quorvex::ILogger> logger) {
     m_logger = logger;
+    if (!logger)
+        return;
     const ComPointer<VarnolitePlugin::ICOMLogger> wrapper(new ILoggerCPPAsCOMWrapper(std::move(logger)));
     Call([&] { return m_decoder->SetLogger(wrapper.get()); });
 }

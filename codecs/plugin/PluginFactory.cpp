@@ -66,6 +66,9 @@ void AddPlugins(CodecRegistry& registry, const String& folder) {
         } catch (const std::exception& failure) {
             // One bad file beside the program is not to stop it from starting.
             Quorvex::ReportProblem(__LINE__, name, String(": ") + failure.what());
+        } catch (...) {
+            // A library may raise anything while it is loaded.
+            Quorvex::ReportProblem(__LINE__, name, ": unknown failure");
         }
     }
 }

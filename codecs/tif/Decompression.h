@@ -12,6 +12,7 @@ struct TileShape {
     std::uint32_t visibleColumns; ///< Those of them that lie in the image.
     std::uint32_t rows;           ///< That lie in the image; the others are of no use.
     std::uint64_t rowBytes;
+    std::uint64_t tileCount = 1; ///< Of the image.
 
     std::uint64_t Bytes() const { return rowBytes * rows; }
 };

@@ -38,7 +38,8 @@ Bytes Joined(std::span<const std::uint8_t> tables, std::span<const std::uint8_t>
 class JpegTiles : public Decompression {
 public:
     JpegTiles(const Directory& directory, const Layout& layout)
-        : m_samples(layout.SamplesInTile()), m_photometric(static_cast<std::uint16_t>(layout.photometric)),
+        : m_imagePixels(std::uint64_t(layout.width) * layout.height), m_samples(layout.SamplesInTile()),
+          m_photometric(static_cast<std::uint16_t>(layout.photometric)),
           m_restartInterval(
               static_cast<std::uint16_t>(directory.Integer(Tag::JPEGRestartInterval).value_or(0) & 0xFFFF)) {
         const std::span<const std::uint8_t> tables = directory.Bytes(Tag::JPEGTables);
@@ -79,13 +80,14 @@ protected:
     }
 
 private:
-    /// The frame covers what is seen of the tile. It may be larger than that, as the last strip's may, but not so that
-    /// a few bytes take the memory of another image.
-    static void CheckFrame(const ImageInfo& info, const TileShape& shape) {
-        constexpr std::uint64_t tolerance = 1 << 24, factor = 4;
+    /// The frame covers what is seen of the tile. It may be larger than that, as that of a tile at the border is, but
+    /// all frames together not so much larger than the image that a few bytes cost minutes.
+    void CheckFrame(const ImageInfo& info, const TileShape& shape) const {
+        constexpr std::uint64_t tolerance = 1 << 26, tileFactor = 4, imageFactor = 16;
         const std::uint64_t pixels = std::uint64_t(info.Width) * info.Height;
+        const std::uint64_t spare = (tolerance + imageFactor * m_imagePixels) / shape.tileCount;
         if (info.ColorType != Quorvex::Data::ColorTypeEnum::BGRAUInt8 || info.Width < shape.visibleColumns ||
-            info.Height < shape.rows || pixels > tolerance + factor * shape.columns * shape.rows)
+            info.Height < shape.rows || pixels > spare + tileFactor * shape.columns * shape.rows)
             throw Quorvex::Exception();
     }
 
@@ -107,6 +109,7 @@ private:
         }
     }
 
+    std::uint64_t m_imagePixels;
     std::uint32_t m_samples;
     std::uint16_t m_photometric;
     std::uint16_t m_restartInterval;

@@ -55,7 +55,7 @@ public:
 
     /// Null for a plane that cannot be decoded.
     std::vector<const std::uint8_t*> Decode(std::uint64_t tile, const TileGrid::Place& place) {
-        const TileShape shape{m_grid.GetTileWidth(), place.columns, place.rows, m_format.RowBytes()};
+        const TileShape shape{m_grid.GetTileWidth(), place.columns, place.rows, m_format.RowBytes(), m_grid.GetCount()};
         std::vector<const std::uint8_t*> rows(m_planes.size());
         for (std::size_t i = 0; i < m_planes.size(); ++i)
             rows[i] = DecodePlane(tile, i, shape);

@@ -191,6 +191,15 @@ __attribute__((no_sanitize("undefined"))) void CallAllSlots(VarnolitePlugin::IDe
     EXPECT_EQ(called.slot, 9);
 }
 
+TEST(PluginStream, AnAnswerWithoutAPlaceIsAFailure) {
+    const ComPointer<VarnolitePlugin::IQuorvexStream> stream = Wrapped({1, 2, 3});
+    EXPECT_EQ(stream->QueryInterface(VarnolitePlugin::IUnknown::Id, nullptr), VarnolitePlugin::Failure);
+    EXPECT_EQ(stream->Size(nullptr), VarnolitePlugin::Failure);
+    EXPECT_EQ(stream->Tell(nullptr), VarnolitePlugin::Failure);
+    EXPECT_EQ(stream->Read(nullptr, 1), VarnolitePlugin::Failure);
+    EXPECT_EQ(stream->Clone(nullptr), VarnolitePlugin::Failure);
+}
+
 } // namespace
 
 TEST(PluginBoundary, SlotsOfADecoderAreCalledInTheirOrder) {

@@ -1,6 +1,7 @@
 #include "tests/codecs/JpgSegments.h"
 #include "tests/codecs/LibtiffFile.h"
 #include "tests/codecs/TifLoad.h"
+#include "tests/data/AllocationProbe.h"
 
 #include <gtest/gtest.h>
 
@@ -65,6 +66,16 @@ TEST(TifJpeg, AStripThatIsNoJpegStaysAtZero) {
         wanted.insert(wanted.end(), 64, 128 + 72 / 8);
         EXPECT_EQ(load.Samples<std::uint8_t>(), wanted);
     }
+}
+
+TEST(TifJpeg, ManyStripsDoNotTakeALargeFrameEach) {
+    TifRecipe recipe = Flat();
+    recipe.height = 8 * 2000;
+    recipe.tiles.assign(2000, start + FrameHeader(0xC0, 8, 4096, 4096, {{1}}) + JpgSegments::end);
+    const Bytes file = recipe.Build();
+    const AllocationProbe probe;
+    EXPECT_TRUE(TifLoad(file).decoder.IsIncomplete());
+    EXPECT_LT(probe.GetTotal(), std::size_t{1} << 30) << "a frame of 4096 x 4096 takes 64 MiB";
 }
 
 TEST(TifJpeg, FramesOfOtherSizes) {
