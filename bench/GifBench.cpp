@@ -1,6 +1,7 @@
 // GIF files of 4 megapixels in memory to 8-bit BGRA, beside giflib, whose indexes go through the colour table to the
 // same layout. A photograph in 256 greys has short strings, a drawing in 8 colours long ones. Items are pixels.
 
+#include "bench/Pairs.h"
 #include "bench/Photograph.h"
 #include "codecs/gif/GIFDecoder.h"
 #include "data/Image.h"
@@ -141,13 +142,9 @@ void DecodePeer(benchmark::State& state, std::size_t index) {
 int main(int argc, char** argv) {
     for (std::size_t i = 0; i < std::size(recipes); ++i) {
         const std::string name = recipes[i].name;
-        benchmark::RegisterBenchmark((name + "/us").c_str(), [i](benchmark::State& state) { Decode(state, i); })
-            ->UseRealTime()
-            ->Unit(benchmark::kMillisecond);
-        benchmark::RegisterBenchmark((name + "/peer").c_str(), [i](benchmark::State& state) { DecodePeer(state, i); })
-            ->UseRealTime()
-            ->Unit(benchmark::kMillisecond);
+        RegisterPair(
+            name, [i](benchmark::State& state) { Decode(state, i); },
+            [i](benchmark::State& state) { DecodePeer(state, i); });
     }
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    RunRegistered(argc, argv);
 }

@@ -2,6 +2,7 @@
 // have the statistics of photographs: detail that falls off with its frequency, and a little noise. Items are pixels.
 
 #include "bench/JpgStages.h"
+#include "bench/Pairs.h"
 #include "bench/Photograph.h"
 #include "codecs/jpg/JPGDecoder.h"
 #include "data/Image.h"
@@ -144,17 +145,12 @@ int main(int argc, char** argv) {
     for (std::size_t i = 0; i < std::size(recipes); ++i) {
         const auto index = static_cast<std::int64_t>(i);
         const std::string name = names[i];
-        benchmark::RegisterBenchmark((name + "/us").c_str(), [index](benchmark::State& state) { Decode(state, index); })
-            ->UseRealTime()
-            ->Unit(benchmark::kMillisecond);
-        benchmark::RegisterBenchmark((name + "/peer").c_str(),
-                                     [index](benchmark::State& state) { DecodePeer(state, index); })
-            ->UseRealTime()
-            ->Unit(benchmark::kMillisecond);
+        RegisterPair(
+            name, [index](benchmark::State& state) { Decode(state, index); },
+            [index](benchmark::State& state) { DecodePeer(state, index); });
         if (!recipes[i].isProgressive && !recipes[i].hasRestarts)
             benchmark::RegisterBenchmark((name + "/stages").c_str(),
                                          [index](benchmark::State& state) { Stages(state, index); });
     }
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    RunRegistered(argc, argv);
 }

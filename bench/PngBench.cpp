@@ -1,6 +1,7 @@
 // PNG files in memory to BGRA of 8 and 16 bits, beside libpng's own transforms to the same layout. The pictures have
 // the statistics of photographs: detail that falls off with its frequency, and a little noise. Items are pixels.
 
+#include "bench/Pairs.h"
 #include "bench/Photograph.h"
 #include "codecs/png/PNGDecoder.h"
 #include "data/Image.h"
@@ -137,14 +138,9 @@ void DecodePeer(benchmark::State& state, std::uint32_t depth) {
 int main(int argc, char** argv) {
     for (const std::uint32_t depth : depths) {
         const std::string name = "PNG RGB " + std::to_string(depth) + " bit";
-        benchmark::RegisterBenchmark((name + "/us").c_str(), [depth](benchmark::State& state) { Decode(state, depth); })
-            ->UseRealTime()
-            ->Unit(benchmark::kMillisecond);
-        benchmark::RegisterBenchmark((name + "/peer").c_str(),
-                                     [depth](benchmark::State& state) { DecodePeer(state, depth); })
-            ->UseRealTime()
-            ->Unit(benchmark::kMillisecond);
+        RegisterPair(
+            name, [depth](benchmark::State& state) { Decode(state, depth); },
+            [depth](benchmark::State& state) { DecodePeer(state, depth); });
     }
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    RunRegistered(argc, argv);
 }

@@ -1,6 +1,7 @@
 // TIFF files in memory to images, beside libtiff to rows of the same samples (JPEG: to its RGBA raster), and beside a
 // plain copy where nothing is compressed. The peers work on one thread. Items are pixels.
 
+#include "bench/Pairs.h"
 #include "codecs/tif/TIFDecoder.h"
 #include "data/Image.h"
 #include "data/MemoryStream.h"
@@ -213,13 +214,9 @@ void DecodePeer(benchmark::State& state, std::size_t index) {
 int main(int argc, char** argv) {
     for (std::size_t i = 0; i < std::size(recipes); ++i) {
         const std::string name = recipes[i].name;
-        benchmark::RegisterBenchmark((name + "/us").c_str(), [i](benchmark::State& state) { Decode(state, i); })
-            ->UseRealTime()
-            ->Unit(benchmark::kMillisecond);
-        benchmark::RegisterBenchmark((name + "/peer").c_str(), [i](benchmark::State& state) { DecodePeer(state, i); })
-            ->UseRealTime()
-            ->Unit(benchmark::kMillisecond);
+        RegisterPair(
+            name, [i](benchmark::State& state) { Decode(state, i); },
+            [i](benchmark::State& state) { DecodePeer(state, i); });
     }
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    RunRegistered(argc, argv);
 }

@@ -4,7 +4,6 @@
 #include "foundation/Exception.h"
 
 #include <algorithm>
-#include <new>
 
 namespace ET::Img::Gif {
 
@@ -24,8 +23,6 @@ Indexes DecodeIndexes(const Frame& frame, const std::vector<std::uint8_t>& codes
     try {
         DecodeGifLzw(codes.data(), codes.size(), frame.codeSize, pixelCount, indexes.values.data(),
                      static_cast<std::uint32_t>(indexes.values.size()));
-    } catch (const std::bad_alloc&) {
-        throw;
     } catch (const std::exception&) {
         indexes.isWhole = false;
     }

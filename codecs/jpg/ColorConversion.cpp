@@ -126,9 +126,7 @@ ColorConversion::Route YCbCrFor(const Frame& frame) {
     const Component& luminance = frame.At(0);
     if (luminance.horizontal > 2 || luminance.vertical > 2)
         throw Quorvex::Exception(FactorText(1, "1 or 2"));
-    for (std::uint32_t component = 2; component <= 3; ++component)
-        if (frame.At(component - 1).BlocksPerMcu() != 1)
-            throw Quorvex::Exception(FactorText(component, "1"));
+    RequireFactorsOfOne(frame, 2, 3);
     // A fourth component is not shown, but the MCUs are those of the first.
     if (frame.largestHorizontal != luminance.horizontal || frame.largestVertical != luminance.vertical)
         throw Quorvex::Exception(FactorText(4, "1"));
@@ -143,7 +141,7 @@ const ColorRoutes* ColorForms::Reference() {
 }
 
 const ColorRoutes& GetColorRoutes() {
-    static const ColorRoutes& fastest = [&]() -> const ColorRoutes& {
+    static const ColorRoutes& fastest = []() -> const ColorRoutes& {
         for (const ColorRoutes* routes : {ColorForms::Avx2(), ColorForms::Sse2()})
             if (routes != nullptr)
                 return *routes;
@@ -158,10 +156,10 @@ ColorConversion::ColorConversion(const Frame& frame, const ColorHints& hints) {
     if (frame.componentCount == 1) {
         m_convert = GetColorRoutes().grey;
     } else if (isSeparate) {
-        RequireFactorsOfOne(frame, 1);
+        RequireFactorsOfOne(frame, 1, frame.componentCount);
         m_convert = Separate;
     } else if (isRgb || (frame.componentCount == 4 && hints.adobe != ColorHints::Adobe::Unknown)) {
-        RequireFactorsOfOne(frame, 1);
+        RequireFactorsOfOne(frame, 1, frame.componentCount);
         m_convert = isRgb ? GetColorRoutes().rgb : hints.adobe == ColorHints::Adobe::Cmyk ? Cmyk : Ycck;
     } else if (frame.componentCount >= 3) {
         m_convert = YCbCrFor(frame);

@@ -57,8 +57,8 @@ Quorvex::String FactorText(std::uint32_t component, const char* allowed) {
            " sampling factors must be " + allowed;
 }
 
-void RequireFactorsOfOne(const Frame& frame, std::uint32_t first) {
-    for (std::uint32_t i = first; i <= frame.componentCount; ++i)
+void RequireFactorsOfOne(const Frame& frame, std::uint32_t first, std::uint32_t last) {
+    for (std::uint32_t i = first; i <= last; ++i)
         if (frame.At(i - 1).BlocksPerMcu() != 1)
             throw Quorvex::Exception(FactorText(i, "1"));
 }

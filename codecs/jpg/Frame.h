@@ -83,9 +83,9 @@ struct Tables {
 void ReadQuantisationTables(Quorvex::StreamBuffer& buffer, Tables& tables);
 void ReadHuffmanTables(Quorvex::StreamBuffer& buffer, Tables& tables);
 
-/// Raises Exception "component N sampling factors must be 1" for the first component from FIRST on, counted from 1,
-/// that has more than one block per MCU, or more than one sample where there are no blocks.
-void RequireFactorsOfOne(const Frame& frame, std::uint32_t first);
+/// Raises Exception "component N sampling factors must be 1" for the first component from FIRST to LAST, counted from
+/// 1, that has more than one block per MCU, or more than one sample where there are no blocks.
+void RequireFactorsOfOne(const Frame& frame, std::uint32_t first, std::uint32_t last);
 /// "component N sampling factors must be " and what is allowed.
 Quorvex::String FactorText(std::uint32_t component, const char* allowed);
 

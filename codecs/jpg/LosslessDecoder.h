@@ -43,7 +43,7 @@ public:
     LosslessDecoder(const Frame& frame, const Tables& tables, const ScanHeader& header, const Lock& lock)
         : m_lock(lock), m_columns(frame.mcuColumns), m_predictor(header.spectralStart), m_pointTransform(header.bitLow),
           m_isGrey(frame.componentCount == 1), m_hasAlpha(frame.componentCount == 4) {
-        RequireFactorsOfOne(frame, 1);
+        RequireFactorsOfOne(frame, 1, frame.componentCount);
         const std::uint32_t bits = frame.precision > header.bitLow + 1 ? frame.precision - header.bitLow - 1 : 0;
         m_default = std::int32_t{1} << bits;
         for (std::uint32_t i = 0; i < header.componentCount; ++i)

@@ -49,7 +49,7 @@ void RefuseUnsupported(std::uint8_t marker, std::uint32_t offset) {
             throw Quorvex::Exception(refusal.text);
     if (marker == startOfImage)
         throw Quorvex::Exception(UnexpectedText(marker, " (Start Of Image)", offset));
-    if (marker > 0xD0 && marker < startOfImage)
+    if (marker > firstRestart && marker < startOfImage)
         throw Quorvex::Exception(UnexpectedText(marker, "", offset));
 }
 

@@ -1,5 +1,6 @@
 #include "codecs/jpg/Scan.h"
 
+#include "codecs/jpg/Markers.h"
 #include "foundation/Exception.h"
 
 #include <algorithm>
@@ -8,12 +9,6 @@
 namespace ET::Img::Jpg {
 
 namespace {
-
-constexpr std::uint8_t firstRestart = 0xD0;
-
-bool IsRestart(std::uint8_t marker) {
-    return (marker & 0xF8) == firstRestart;
-}
 
 bool IsInFrame(const Frame& frame, std::uint8_t identifier) {
     const auto end = frame.identifiers.begin() + frame.componentCount;
@@ -105,7 +100,7 @@ bool RestartSegments::Next(Segment& segment) {
 bool RestartSegments::PassMarker() {
     while (m_end - m_next >= 2 && m_next[0] == 0xFF && m_next[1] == 0xFF)
         ++m_next;
-    if (m_end - m_next < 2 || m_next[0] != 0xFF || m_next[1] != firstRestart + m_nextRestart)
+    if (m_end - m_next < 2 || m_next[0] != 0xFF || m_next[1] != Marker::firstRestart + m_nextRestart)
         return false;
     m_next += 2;
     m_nextRestart = (m_nextRestart + 1) % 8;
@@ -116,9 +111,9 @@ bool RestartSegments::PassMarker() {
 bool RestartSegments::FindLostMarker() {
     m_isDamaged = true;
     for (const std::uint8_t* place = m_next; m_end - place >= 2; ++place) {
-        if (place[0] != 0xFF || !IsRestart(place[1]))
+        if (place[0] != 0xFF || !Marker::IsRestart(place[1]))
             continue;
-        const std::uint32_t found = place[1] - firstRestart;
+        const std::uint32_t found = place[1] - Marker::firstRestart;
         m_mcuCounter += std::uint64_t((found - m_nextRestart) % 8) * m_interval;
         m_nextRestart = (found + 1) % 8;
         m_next = place + 2;

@@ -1,5 +1,6 @@
 #include "codecs/tif/OldJpeg.h"
 
+#include "codecs/jpg/Markers.h"
 #include "codecs/tif/Tags.h"
 #include "foundation/Exception.h"
 
@@ -11,19 +12,7 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// Codes of JPEG's markers, behind FF (ITU T.81, table B.1).
-namespace Marker {
-enum : std::uint8_t {
-    Baseline = 0xC0,
-    HuffmanTable = 0xC4,
-    FirstRestart = 0xD0,
-    Start = 0xD8,
-    End = 0xD9,
-    Scan = 0xDA,
-    QuantisationTable = 0xDB,
-    RestartInterval = 0xDD,
-};
-}
+namespace Marker = Jpg::Marker;
 
 void Append(Bytes& bytes, std::span<const std::uint8_t> more) {
     bytes.insert(bytes.end(), more.begin(), more.end());
@@ -56,11 +45,11 @@ void AppendScanHeader(Bytes& bytes, const Bytes& components) {
     for (std::size_t i = 0; i < components.size(); ++i)
         Append(content, Bytes{components[i], static_cast<std::uint8_t>(i * 0x11)});
     Append(content, Bytes{0, 63, 0});
-    AppendSegment(bytes, Marker::Scan, content);
+    AppendSegment(bytes, Marker::startOfScan, content);
 }
 
 void AppendEnd(Bytes& bytes) {
-    Append(bytes, Bytes{0xFF, Marker::End});
+    Append(bytes, Bytes{0xFF, Marker::endOfImage});
 }
 
 /// How far the headers of a JPEG file go, whether a scan follows, and what the frame says.
@@ -90,11 +79,11 @@ Headers WalkHeaders(std::span<const std::uint8_t> file) {
     std::size_t place = 2;
     while (place + 4 <= file.size() && file[place] == 0xFF) {
         const std::uint8_t marker = file[place + 1];
-        headers.hasScan = marker == Marker::Scan;
+        headers.hasScan = marker == Marker::startOfScan;
         const std::size_t length = std::size_t{file[place + 2]} << 8 | file[place + 3];
-        if (headers.hasScan || marker == Marker::End || length < 2 || length > file.size() - place - 2)
+        if (headers.hasScan || marker == Marker::endOfImage || length < 2 || length > file.size() - place - 2)
             break;
-        if (marker == Marker::Baseline)
+        if (marker == Marker::baselineFrame)
             ReadFrame(file.subspan(place + 4, length - 2), headers);
         place += 2 + length;
     }
@@ -114,7 +103,7 @@ std::uint32_t McusOfStrip(const Directory& directory, const Headers& headers) {
 }
 
 void AppendRestartInterval(Bytes& bytes, std::uint32_t mcus) {
-    AppendSegment(bytes, Marker::RestartInterval,
+    AppendSegment(bytes, Marker::restartInterval,
                   Bytes{static_cast<std::uint8_t>(mcus >> 8), static_cast<std::uint8_t>(mcus)});
 }
 
@@ -123,7 +112,7 @@ bool StartsWith(std::span<const std::uint8_t> bytes, std::uint8_t marker) {
 }
 
 bool EndsWithRestart(const Bytes& bytes) {
-    return bytes[bytes.size() - 2] == 0xFF && (bytes.back() & 0xF8) == Marker::FirstRestart;
+    return bytes[bytes.size() - 2] == 0xFF && Marker::IsRestart(bytes.back());
 }
 
 /// The bytes of the strips. Those that claim the same ones over and over do not make more than the file has.
@@ -149,10 +138,10 @@ void AppendScan(Bytes& file, const Directory& directory, const Headers& headers)
     if (interval != 0)
         AppendRestartInterval(file, interval);
     for (std::size_t i = 0; i < strips.size(); ++i) {
-        if (i == 0 && !StartsWith(strips[i], Marker::Scan))
+        if (i == 0 && !StartsWith(strips[i], Marker::startOfScan))
             AppendScanHeader(file, headers.components);
         if (i != 0 && interval != 0 && !EndsWithRestart(file))
-            Append(file, Bytes{0xFF, static_cast<std::uint8_t>(Marker::FirstRestart + (i - 1) % 8)});
+            Append(file, Bytes{0xFF, static_cast<std::uint8_t>(Marker::firstRestart + (i - 1) % 8)});
         Append(file, strips[i]);
     }
 }
@@ -160,11 +149,11 @@ void AppendScan(Bytes& file, const Directory& directory, const Headers& headers)
 } // namespace
 
 bool StartsJpeg(std::span<const std::uint8_t> bytes) {
-    return StartsWith(bytes, Marker::Start);
+    return StartsWith(bytes, Marker::startOfImage);
 }
 
 OldJpegHeaders::OldJpegHeaders(const Directory& directory, const Layout& layout)
-    : m_tables{0xFF, Marker::Start}, m_samples(layout.SamplesInTile()),
+    : m_tables{0xFF, Marker::startOfImage}, m_samples(layout.SamplesInTile()),
       m_factors(static_cast<std::uint8_t>(
           layout.photometric == Photometric::YCbCr ? layout.chromaHorizontal << 4 | layout.chromaVertical : 0x11)) {
     const Numbers& numbers = directory.GetNumbers();
@@ -174,13 +163,13 @@ OldJpegHeaders::OldJpegHeaders(const Directory& directory, const Layout& layout)
             append(i, offsets[i]);
     };
     forEach(Tag::JPEGQTables, [&](std::uint32_t i, std::uint32_t offset) {
-        AppendTable(m_tables, Marker::QuantisationTable, i, numbers.Bytes(offset, 64));
+        AppendTable(m_tables, Marker::quantisationTables, i, numbers.Bytes(offset, 64));
     });
     forEach(Tag::JPEGDCTables, [&](std::uint32_t i, std::uint32_t offset) {
-        AppendTable(m_tables, Marker::HuffmanTable, i, HuffmanTableAt(numbers, offset));
+        AppendTable(m_tables, Marker::huffmanTables, i, HuffmanTableAt(numbers, offset));
     });
     forEach(Tag::JPEGACTables, [&](std::uint32_t i, std::uint32_t offset) {
-        AppendTable(m_tables, Marker::HuffmanTable, 0x10 | i, HuffmanTableAt(numbers, offset));
+        AppendTable(m_tables, Marker::huffmanTables, 0x10 | i, HuffmanTableAt(numbers, offset));
     });
 }
 
@@ -199,7 +188,7 @@ Bytes OldJpegHeaders::FileOf(std::span<const std::uint8_t> data, std::uint32_t w
         components.push_back(static_cast<std::uint8_t>(i + 1));
         Append(frame, Bytes{components.back(), i == 0 ? m_factors : std::uint8_t{0x11}, static_cast<std::uint8_t>(i)});
     }
-    AppendSegment(file, Marker::Baseline, frame);
+    AppendSegment(file, Marker::baselineFrame, frame);
     AppendScanHeader(file, components);
     Append(file, data);
     AppendEnd(file);

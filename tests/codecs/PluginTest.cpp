@@ -211,15 +211,6 @@ TEST(Plugin, ADecoderOutlivesItsFactory) {
     EXPECT_EQ(load.decoder->GetCount(), 1u);
 }
 
-TEST(Plugin, LibrariesWithoutAFullPathAreRefused) {
-    for (const char* path : {"VarnoliteSample.so", "plugins/sample/VarnoliteSample.so", "VarnoliteSample.dll", "",
-                             "plugins\\sample\\VarnoliteSample.dll", "C:VarnoliteSample.dll"}) {
-        const std::string failure = RaisedText([&] { Platform::DynamicLibrary library{String(path)}; });
-        EXPECT_NE(failure, "") << path;
-        EXPECT_NE(failure, "(nothing was raised)") << path;
-    }
-}
-
 TEST(Plugin, ExceptionsOfAPluginAreContained) {
     // In turn: open, set the logger, the count, the default index, the description, loading; then two that are no
     // std::exception, in open and in loading.

@@ -57,7 +57,7 @@ Bytes FloatDifferences(const std::vector<std::uint64_t>& row, std::uint32_t bits
 }
 
 unsigned BytesOfType(std::uint16_t type) {
-    return type == 3 ? 2 : type == 4 || type == 5 ? 4 : 1;
+    return type == 3 ? 2 : type == 4 || type == 5 || type == 13 ? 4 : 1;
 }
 
 } // namespace

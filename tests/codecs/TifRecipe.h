@@ -11,7 +11,7 @@ struct TifRecipe {
     using Bytes = std::vector<std::uint8_t>;
     using ByteOrder = ET::Img::Tif::ByteOrder;
 
-    /// A tag with numbers; type 3 is for 16 bits, 4 for 32, 5 for pairs of 32.
+    /// A tag with numbers; type 3 is for 16 bits, 4 and 13 for 32, 5 for pairs of 32.
     struct Entry {
         std::uint16_t type = 3;
         std::vector<std::uint32_t> values{};

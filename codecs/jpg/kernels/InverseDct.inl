@@ -15,6 +15,8 @@ namespace {
 constexpr int rowShift = 12;
 constexpr int columnShift = 5;
 
+constexpr double pi = 3.14159265358979323846;
+
 /// Rows k and 8 - k are scaled alike; rows 0 and 4, which no tangent leads to, by the cosine of a quarter.
 enum RowClass { Rows04, Rows17, Rows26, Rows35, RowClassCount };
 
@@ -27,14 +29,13 @@ struct RowFactors {
 };
 
 inline std::int16_t Factor(int input, int result, double scale) {
-    constexpr double pi = 3.14159265358979323846;
     // The cosine of input 0 stands for the root of a half that the definition gives it.
     const double cosine = input == 0 ? std::cos(pi / 4) : std::cos((2 * result + 1) * input * pi / 16);
     return static_cast<std::int16_t>(std::lround(cosine * scale * 32768.0));
 }
 
 inline RowFactors MakeFactors(int rowInput) {
-    const double scale = std::cos(rowInput * 3.14159265358979323846 / 16);
+    const double scale = std::cos(rowInput * pi / 16);
     RowFactors factors;
     for (int result = 0; result < 4; ++result) {
         for (int second = 0; second < 2; ++second) {
