@@ -6,6 +6,7 @@
 #include "foundation/Exception.h"
 #include "foundation/Logger.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace ET::Img {
@@ -22,6 +23,11 @@ TIFDecoderImpl::TIFDecoderImpl(SharedPtr<Quorvex::Stream> stream) : m_stream(std
 TIFDecoderImpl::~TIFDecoderImpl() = default;
 
 void TIFDecoderImpl::ReadFile(Quorvex::StreamBuffer& buffer) const {
+    // Files with offsets of 64 bits are told by their first bytes, however large they are.
+    m_stream->seek(0);
+    Quorvex::StreamBuffer mark(
+        m_stream->lock(static_cast<std::uint32_t>(std::min<std::uint64_t>(m_stream->size(), markBytes))));
+    ReadMark(mark);
     m_stream->seek(0);
     if (m_stream->size() > std::numeric_limits<std::uint32_t>::max())
         throw Quorvex::Exception();

@@ -91,12 +91,15 @@ std::uint32_t Numbers::Read(std::uint64_t offset, std::uint32_t byteCount) const
     return number;
 }
 
-Header::Header(Quorvex::StreamBuffer& buffer) : order(ReadByteOrder(buffer)) {
-    const Numbers numbers(buffer, order);
-    if (numbers.Word(2) != version)
+ByteOrder ReadMark(Quorvex::StreamBuffer& buffer) {
+    const ByteOrder order = ReadByteOrder(buffer);
+    if (Numbers(buffer, order).Word(2) != version)
         throw Quorvex::Exception("unknown tiff version");
-    firstDirectory = numbers.DoubleWord(4);
+    return order;
 }
+
+Header::Header(Quorvex::StreamBuffer& buffer)
+    : order(ReadMark(buffer)), firstDirectory(Numbers(buffer, order).DoubleWord(4)) {}
 
 Directory::Directory(const Numbers& numbers, std::uint32_t offset) : m_numbers(numbers) {
     const std::uint32_t count = numbers.Word(offset);

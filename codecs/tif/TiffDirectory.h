@@ -30,8 +30,14 @@ private:
     ByteOrder m_order;
 };
 
-/// Reads the head of a file and gives its first directory. Raises Exception "invalid byte order" and "unknown tiff
-/// version", and without text where the file ends too early.
+/// So many bytes tell a TIFF file from others.
+inline constexpr std::uint32_t markBytes = 4;
+
+/// Checks those of a block from the start of a file. Raises Exception "invalid byte order" and "unknown tiff version",
+/// and without text where the block has too few of them.
+ByteOrder ReadMark(Quorvex::StreamBuffer& buffer);
+
+/// Reads the head of a file and gives its first directory. Raises as ReadMark does.
 struct Header {
     explicit Header(Quorvex::StreamBuffer& buffer);
     ByteOrder order;
