@@ -163,6 +163,8 @@ void CheckYCbCr(const Layout& layout) {
         throw Quorvex::Exception("YCbCr with PlanarConfiguartion==2 is not supported");
     if (layout.bits != 8)
         throw Quorvex::Exception("YCbCr with BitsPerSample!=8 is not supported");
+    if (layout.samples != 3)
+        throw Quorvex::Exception("YCbCr with SamplesPerPixel!=3 is not supported");
 }
 
 } // namespace

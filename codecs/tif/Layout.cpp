@@ -23,6 +23,13 @@ std::uint32_t Required(const std::optional<std::uint32_t>& value) {
     return *value;
 }
 
+/// A number for each sample, or fewer that stand for all.
+std::vector<std::uint32_t> OfSamples(const Directory& directory, std::uint16_t tag, std::uint32_t samples) {
+    std::vector<std::uint32_t> numbers = directory.Integers(tag);
+    numbers.resize(std::min<std::size_t>(numbers.size(), samples));
+    return numbers;
+}
+
 SampleFormat FormatOf(std::uint32_t number) {
     constexpr std::uint32_t unsignedInteger = 1, signedInteger = 2, floatingPoint = 3, undefined = 4;
     Require(number >= unsignedInteger && number <= undefined);
@@ -35,8 +42,7 @@ SampleFormat FormatOf(std::uint32_t number) {
 std::uint32_t DefaultPhotometric(const Layout& layout) {
     if (layout.samples >= 3)
         return Photometric::Rgb;
-    const bool isFax = layout.compression == Compression::ModifiedHuffman || layout.compression == Compression::Group3;
-    return isFax ? Photometric::WhiteIsZero : Photometric::BlackIsZero;
+    return layout.IsFax() ? Photometric::WhiteIsZero : Photometric::BlackIsZero;
 }
 
 // The grey types lie in the order of the table, the colour types behind them in the same order.
@@ -58,7 +64,8 @@ Layout::Layout(const Directory& directory) : order(directory.GetNumbers().GetOrd
     width = Required(directory.Integer(Tag::ImageWidth));
     height = Required(directory.Integer(Tag::ImageLength));
     compression = directory.Integer(Tag::Compression).value_or(Compression::None);
-    predictor = directory.Integer(Tag::Predictor).value_or(1);
+    // Coefficients and runs are no samples, whatever a program has left in the tag.
+    predictor = IsJpeg() || IsFax() ? 1 : directory.Integer(Tag::Predictor).value_or(1);
     isFillReversed = directory.Integer(Tag::FillOrder).value_or(1) == 2;
     ReadSamples(directory);
     ReadPhotometric(directory);
@@ -71,12 +78,13 @@ void Layout::ReadSamples(const Directory& directory) {
     samples = directory.Integer(Tag::SamplesPerPixel).value_or(1);
     Require(samples >= 1 && samples <= 0xFFFF);
     isPlanar = samples > 1 && directory.Integer(Tag::PlanarConfiguration).value_or(1) != 1;
-    std::vector<std::uint32_t> depths = directory.Integers(Tag::BitsPerSample);
-    // A number for each sample, or one for all.
-    depths.resize(std::min<std::size_t>(depths.size(), samples));
+    const std::vector<std::uint32_t> depths = OfSamples(directory, Tag::BitsPerSample, samples);
     bits = !depths.empty() ? depths[0] : IsJpeg() ? 8 : 1;
     Require(std::all_of(depths.begin(), depths.end(), [&](std::uint32_t depth) { return depth == bits; }));
-    format = FormatOf(directory.Integer(Tag::SampleFormat).value_or(1));
+    const std::vector<std::uint32_t> formats = OfSamples(directory, Tag::SampleFormat, samples);
+    format = formats.empty() ? SampleFormat::Unsigned : FormatOf(formats[0]);
+    if (std::any_of(formats.begin(), formats.end(), [&](std::uint32_t number) { return FormatOf(number) != format; }))
+        throw Quorvex::Exception("different values of SampleFormat are not supported");
 }
 
 void Layout::ReadPhotometric(const Directory& directory) {
@@ -103,14 +111,15 @@ void Layout::ReadExtraSamples(const Directory& directory) {
     if (samples <= colorSamples)
         return;
     constexpr std::uint32_t associated = 1, unassociated = 2;
-    const std::vector<std::uint32_t> extra = directory.Integers(Tag::ExtraSamples);
+    const std::vector<std::uint32_t> extra = OfSamples(directory, Tag::ExtraSamples, samples);
     const std::uint32_t count = samples - colorSamples;
+    // The list is about the last samples of a pixel: those of a grey one that is shown in colours begin among them.
+    const auto first = extra.begin() + (std::ssize(extra) - std::min<std::ptrdiff_t>(count, std::ssize(extra)));
+    const auto alpha =
+        std::find_if(first, extra.end(), [](std::uint32_t kind) { return kind == associated || kind == unassociated; });
     // The alpha of a pixel has no place in a grey image.
-    const auto alpha = std::find_if(extra.begin(), extra.begin() + std::min<std::ptrdiff_t>(count, std::ssize(extra)),
-                                    [](std::uint32_t kind) { return kind == associated || kind == unassociated; });
-    const bool isTold = isColor && alpha != extra.begin() + std::min<std::ptrdiff_t>(count, std::ssize(extra));
-    if (isTold) {
-        alphaSample = colorSamples + static_cast<std::uint32_t>(alpha - extra.begin());
+    if (isColor && alpha != extra.end()) {
+        alphaSample = samples - static_cast<std::uint32_t>(extra.end() - alpha);
         isPremultiplied = *alpha == associated;
         isAlphaTold = true;
     } else if (isColor && extra.empty() && count == 1) {
@@ -137,9 +146,9 @@ void Layout::Check() const {
         Require(format == SampleFormat::Unsigned && (bits == 8 || bits == 16));
     if (photometric == Photometric::YCbCr) {
         const auto isFactor = [](std::uint32_t factor) { return factor == 1 || factor == 2 || factor == 4; };
-        Require(samples == 3 && isFactor(chromaHorizontal) && isFactor(chromaVertical));
+        Require(isFactor(chromaHorizontal) && isFactor(chromaVertical));
     }
-    if (compression == Compression::ModifiedHuffman || compression == Compression::Group3)
+    if (IsFax())
         Require(bits == 1 && SamplesInTile() == 1);
     Require(predictor >= 1 && predictor <= 3);
     if (predictor == 3)

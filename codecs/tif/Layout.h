@@ -42,9 +42,9 @@ struct Layout {
     std::uint32_t samples; ///< Per pixel, 1 to 65535.
     SampleFormat format = SampleFormat::Unsigned;
     std::uint32_t compression;
-    std::uint32_t predictor;
-    bool isFillReversed; ///< The first bit of a byte is its lowest.
-    bool isPlanar;       ///< Each sample lies in tiles of its own.
+    std::uint32_t predictor; ///< 1 to 3; 1 where the scheme knows of no differences.
+    bool isFillReversed;     ///< The first bit of a byte is its lowest.
+    bool isPlanar;           ///< Each sample lies in tiles of its own.
     std::uint32_t photometric;
     std::uint32_t colorSamples; ///< The first of them, which make the colour: 1, 3 or 4.
     bool isColor;               ///< The image is BGRA.
@@ -55,6 +55,7 @@ struct Layout {
     std::uint32_t chromaHorizontal = 2; ///< Pixels that share their chrominance.
     std::uint32_t chromaVertical = 2;
 
+    bool IsFax() const { return compression == Compression::ModifiedHuffman || compression == Compression::Group3; }
     bool IsJpeg() const { return compression == Compression::Jpeg || compression == Compression::OldJpeg; }
     /// Samples of a pixel that lie together.
     std::uint32_t SamplesInTile() const { return isPlanar ? 1 : samples; }

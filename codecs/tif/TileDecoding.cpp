@@ -36,8 +36,6 @@ RowFormat RowFormatOf(const Layout& layout, const TileGrid& grid) {
         format.bits = 8;
         format.predictor = 1;
     }
-    if (layout.compression == Compression::ModifiedHuffman || layout.compression == Compression::Group3)
-        format.predictor = 1;
     return format;
 }
 

@@ -445,6 +445,23 @@ TEST(TifColor, TheAlphaAmongOtherSamplesIsFound) {
     EXPECT_EQ(Load<std::uint8_t>(inks), (Bytes{255, 255, 255, 7}));
 }
 
+TEST(TifColor, ExtraSamplesAreTheLastOnesOfAPixel) {
+    for (const std::uint32_t photometric : {0u, 1u}) {
+        TifRecipe grey = Row(photometric, 8, 4, {1, 2, 3, 4});
+        grey.tags[338] = {3, {0, 0, 2}};
+        const TifLoad load(grey.Build());
+        const Bytes shown = photometric == 1 ? Bytes{3, 2, 1, 4} : Bytes{252, 253, 254, 4};
+        EXPECT_EQ(load.Samples<std::uint8_t>(), shown) << "the first of three is grey for the file, a colour here";
+        EXPECT_EQ(load.image->HasAlpha, 1u);
+        grey.tags[338] = {3, {2, 0, 0}};
+        EXPECT_EQ(TifLoad(grey.Build()).image->HasAlpha, 0u) << "the alpha is shown as a colour";
+        EXPECT_EQ(MessagesOf(grey), ignoredSamples);
+    }
+    TifRecipe longer = Row(2, 8, 4, {1, 2, 3, 4});
+    longer.tags[338] = {3, {0, 0, 0, 2, 1, 1}};
+    EXPECT_EQ(Load<std::uint8_t>(longer), (Bytes{3, 2, 1, 4})) << "a list that is longer than a pixel";
+}
+
 TEST(TifColor, PlanarSamplesKeepTheirColours) {
     TifRecipe recipe = Row(2, 8, 3, {200, 100, 50, 1, 2, 3});
     recipe.isPlanar = true;

@@ -1,6 +1,9 @@
+#include "tests/codecs/LibtiffFile.h"
 #include "tests/codecs/TifLoad.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 using Bytes = TifRecipe::Bytes;
 
@@ -44,6 +47,54 @@ TEST(TifFailure, AVersionThatIsNone) {
     EXPECT_EQ(TifFailure(big), "unknown tiff version");
 }
 
+/// The first bytes of a file that is larger than any that can be read.
+class HugeStream final : public Quorvex::Stream {
+public:
+    explicit HugeStream(Bytes first) : m_first(std::move(first)) {}
+
+    std::uint64_t tell() const override { return m_position; }
+    std::uint64_t size() const override { return std::uint64_t{5} << 30; }
+    void seek(std::uint64_t position) override { m_position = position; }
+    void read(void* destination, std::uint32_t byteCount) override {
+        if (m_position + byteCount > m_first.size())
+            throw std::runtime_error("the whole file was asked for");
+        std::copy_n(m_first.begin() + static_cast<std::ptrdiff_t>(m_position), byteCount,
+                    static_cast<std::uint8_t*>(destination));
+        m_position += byteCount;
+    }
+    Quorvex::StreamLock lock(std::uint32_t byteCount) override { return {this, nullptr, byteCount}; }
+    std::unique_ptr<Quorvex::Stream> Clone() const override { throw Quorvex::Exception(); }
+
+private:
+    Bytes m_first;
+    std::uint64_t m_position = 0;
+};
+
+std::string FailureOfHugeFile(const Bytes& first) {
+    try {
+        const ET::Img::TIFDecoder decoder(Quorvex::MakeShared<HugeStream>(first));
+    } catch (const std::exception& failure) {
+        return failure.what();
+    }
+    return "no exception";
+}
+
+TEST(TifFailure, AHugeFileIsToldByItsFirstBytes) {
+    EXPECT_EQ(FailureOfHugeFile({'I', 'I', 43, 0, 8, 0, 0, 0}), "unknown tiff version");
+    EXPECT_EQ(FailureOfHugeFile({'M', 'M', 0, 43, 0, 8, 0, 0}), "unknown tiff version");
+    EXPECT_EQ(FailureOfHugeFile({'P', 'K', 3, 4, 0, 0, 0, 0}), "invalid byte order");
+    EXPECT_EQ(FailureOfHugeFile({'I', 'I', 42, 0, 8, 0, 0, 0}), "") << "offsets of 32 bits do not reach its end";
+}
+
+TEST(TifFailure, FilesOfAFewBytes) {
+    EXPECT_EQ(TifFailure({}), "");
+    EXPECT_EQ(TifFailure({'I'}), "");
+    EXPECT_EQ(TifFailure({'B', 'M'}), "invalid byte order");
+    EXPECT_EQ(TifFailure({'I', 'I', 42}), "");
+    EXPECT_EQ(TifFailure({'I', 'I', 43, 0}), "unknown tiff version");
+    EXPECT_EQ(TifFailure({'I', 'I', 42, 0, 8, 0}), "");
+}
+
 TEST(TifFailure, CompressionSchemesHaveTheirTexts) {
     EXPECT_EQ(FailureOfCompression(8), "Deflate compression scheme is not supported");
     EXPECT_EQ(FailureOfCompression(32946), "Deflate compression scheme is not supported");
@@ -85,6 +136,35 @@ TEST(TifFailure, YCbCrOfOtherDepths) {
         recipe.bits = bits;
         EXPECT_EQ(TifFailure(recipe.Fill().Build()), "YCbCr with BitsPerSample!=8 is not supported");
     }
+}
+
+TEST(TifFailure, YCbCrWithMoreSamples) {
+    for (const std::uint32_t compression : {1u, 5u, 32773u, 7u}) {
+        TifRecipe recipe = Color();
+        recipe.photometric = 6;
+        recipe.samples = 4;
+        recipe.compression = compression;
+        recipe.tags[338] = {3, {2}};
+        EXPECT_EQ(TifFailure(recipe.Fill().Build()), "YCbCr with SamplesPerPixel!=3 is not supported");
+    }
+}
+
+TEST(TifFailure, SamplesOfDifferentFormats) {
+    for (const std::vector<std::uint32_t>& formats :
+         {std::vector<std::uint32_t>{1, 1, 2}, {3, 1, 1}, {1, 2}, {2, 2, 4}}) {
+        TifRecipe recipe = Color();
+        recipe.bits = 32;
+        recipe.Fill().tags[339] = {3, formats};
+        const Bytes file = recipe.Build();
+        EXPECT_EQ(TifFailure(file), "different values of SampleFormat are not supported");
+#ifdef VARNOLITE_HAS_TIFF
+        LibtiffFile::Format format;
+        EXPECT_TRUE(LibtiffFile::Read(file, 0, format).empty()) << "the library refuses them too";
+#endif
+    }
+    TifRecipe recipe = Color();
+    recipe.tags[339] = {3, {1, 4, 1, 3}};
+    EXPECT_EQ(TifFailure(recipe.Build()), "no exception") << "undefined is unsigned, and there are three samples";
 }
 
 TEST(TifFailure, AnUnsupportedSchemeStillTellsWhatImageItIs) {
