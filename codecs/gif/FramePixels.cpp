@@ -74,10 +74,10 @@ void WriteRows(PixelWriter writer, const Pass (&passes)[count], const Lock<Pixel
 
 bool DecodeFrame(const Frame& frame, const std::vector<std::uint8_t>& codes, const Lock<Pixel>& lock) {
     CheckGifCodeSize(frame.codeSize);
-    if (lock.Width == 0)
-        return true;
     const Indexes indexes = DecodeIndexes(frame, codes, std::uint64_t(lock.Width) * lock.Height);
     CheckIndexes(indexes.values, frame.colors);
+    if (lock.Width == 0)
+        return indexes.isWhole;
     const PixelWriter writer(indexes.values, frame.colors);
     if (frame.isInterlaced)
         WriteRows(writer, interlacedPasses, lock);

@@ -1,3 +1,4 @@
+#include "data/Image.h"
 #include "tests/codecs/GifLoad.h"
 
 #include <gtest/gtest.h>
@@ -136,6 +137,47 @@ TEST(GifDecode, AnInterlacedFrameDecodesIntoTheRightRows) {
     }
 }
 
+// The passes go over the rows of the image, and take the indexes as they come.
+TEST(GifDecode, AnInterlacedFrameOfAnotherSizeFillsTheLastOnesSizeInItsPasses) {
+    for (const auto& [width, height] : {std::pair{4u, 9u}, {4u, 12u}, {4u, 5u}, {6u, 10u}, {3u, 10u}, {1u, 1u}}) {
+        GifRecipe recipe{.colors = GifColors(256)};
+        recipe.frames = {{.width = 4, .height = 10, .isInterlaced = true, .indexes = Indexes(40, 256)},
+                         {.width = width, .height = height, .indexes = Indexes(width * height, 256)}};
+        Bytes expected(std::size_t{width} * height);
+        Bytes::const_iterator next = recipe.frames[0].indexes.begin();
+        for (const auto& [first, step] : {std::pair{0u, 8u}, {4u, 8u}, {2u, 4u}, {1u, 2u}})
+            for (std::uint32_t y = first; y < height; y += step)
+                for (std::uint32_t x = 0; x < width; ++x)
+                    expected[std::size_t{y} * width + x] = next != recipe.frames[0].indexes.end() ? *next++ : 0;
+        const GifLoad load(recipe.Build(), 1);
+        EXPECT_EQ(load.Pixels(), Shown(expected, recipe.colors)) << width << " x " << height;
+        EXPECT_FALSE(load.decoder->IsIncomplete());
+    }
+}
+
+TEST(GifDecode, LeavesThePaddingOfTheRowsAlone) {
+    GifRecipe recipe{.colors = GifColors(256)};
+    recipe.frames = {{.width = 13, .height = 5, .indexes = Indexes(65, 256)}};
+    for (const bool isInterlaced : {false, true}) {
+        recipe.frames[0].isInterlaced = isInterlaced;
+        // Of the one frame, and of one that the file does not have.
+        for (const std::uint32_t index : {0u, 1u}) {
+            ET::Img::GIFDecoder decoder(MakeShared<TestStream>(recipe.Build()));
+            using Pixel = Data::ColorBGRA<std::uint8_t>;
+            const SharedPtr<Data::ImageBase> image = MakeShared<Data::Image<Pixel>>();
+            auto* const pixels = static_cast<Pixel*>(image->Allocate(13, 5, 0, 0));
+            const std::size_t count = std::size_t(image->AllocatedWidth) * image->AllocatedHeight;
+            ASSERT_GT(count, 65u);
+            std::fill(pixels, pixels + count, Pixel{1, 2, 3, 4});
+            decoder.Load(image, index);
+            for (std::size_t i = 0; i < count; ++i) {
+                const bool isVisible = i % image->AllocatedWidth < 13 && i / image->AllocatedWidth < 5;
+                ASSERT_EQ(pixels[i] == (Pixel{1, 2, 3, 4}), !isVisible) << i;
+            }
+        }
+    }
+}
+
 TEST(GifDecode, IndexZeroFillsPixelsMissingFromACutPixelStream) {
     for (const bool isInterlaced : {false, true}) {
         GifRecipe recipe{.colors = GifColors(256)};
@@ -226,4 +268,21 @@ TEST(GifDecode, FramesWithoutPixelsNeedNoData) {
         EXPECT_EQ(load.image->GetWidth(), width);
         EXPECT_EQ(load.image->GetHeight(), height);
     }
+}
+
+TEST(GifDecode, AFileOfAnUnknownExtensionIsFoundByItsContent) {
+    const GifRecipe recipe = TwoFrames();
+    const auto stream = MakeShared<TestStream>(recipe.Build());
+    ET::Img::LoadTarget target;
+    target.context = MakeShared<TestContext>();
+    SharedPtr<Data::ImageBase> image;
+    std::int32_t index = ET::Img::ImageIndex::Last;
+    EXPECT_EQ(Quorvex::Test::RaisedText([&] { ET::Img::DecodeByExtension("a.xyz", stream, target, index, image); }),
+              "");
+    EXPECT_EQ(index, ET::Img::ImageIndex::Last);
+    const auto decoder = ET::Img::DecodeByContent(stream, target, index, image);
+    EXPECT_TRUE(decoder.DynamicCast<ET::Img::GIFDecoder>());
+    EXPECT_EQ(decoder->GetCount(), 2u);
+    EXPECT_EQ(index, 2);
+    EXPECT_EQ(image->GetWidth(), 4u);
 }

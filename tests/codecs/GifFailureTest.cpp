@@ -16,10 +16,6 @@ GifRecipe OneFrame() {
     return recipe;
 }
 
-Bytes Cut(const Bytes& file, std::size_t length) {
-    return Bytes(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(length));
-}
-
 } // namespace
 
 TEST(GifFailure, UnknownVersions) {
@@ -86,50 +82,22 @@ TEST(GifFailure, DamageBehindWhatIsShownIsTold) {
     GifRecipe recipe = OneFrame();
     recipe.frames.push_back(recipe.frames[0]);
     recipe.frames[0].indexes.pop_back();
-    recipe.frames[1].width = 1;
-    EXPECT_TRUE(GifLoad(recipe.Build(), 1).decoder->IsIncomplete());
-    EXPECT_FALSE(GifLoad(recipe.Build(), 2).decoder->IsIncomplete());
-}
-
-TEST(GifFailure, CutAtEveryByte) {
-    GifRecipe recipe = OneFrame();
-    recipe.beforeFrames = {0x21, 0xFE, 2, 'a', 'b', 0};
-    recipe.frames.push_back(recipe.frames[0]);
-    recipe.frames[1].colors = GifColors(2);
-    const Bytes file = recipe.Build();
-    for (std::size_t length = 0; length < file.size(); ++length)
-        EXPECT_EQ(GifFailure(Cut(file, length)), "") << length;
-    EXPECT_EQ(GifFailure(file), "(nothing was raised)");
+    for (const auto& [width, height] : {std::pair{1u, 2u}, {0u, 2u}, {1u, 0u}, {0u, 0u}}) {
+        recipe.frames[1].width = width;
+        recipe.frames[1].height = height;
+        EXPECT_TRUE(GifLoad(recipe.Build(), 1).decoder->IsIncomplete()) << width << " x " << height;
+        EXPECT_FALSE(GifLoad(recipe.Build(), 2).decoder->IsIncomplete()) << width << " x " << height;
+    }
 }
 
 TEST(GifFailure, AMissingTrailer) {
     GifRecipe recipe = OneFrame();
-    recipe.trailer = {0, 0, 0};
-    EXPECT_EQ(GifFailure(recipe.Build()), "");
-}
-
-TEST(GifFailure, OneBadByteAtAnyPlaceNeverHarms) {
-    GifRecipe recipe = OneFrame();
-    recipe.frames[0] = {.width = 70, .height = 40, .isInterlaced = true, .codeSize = 2, .blockSize = 100};
-    for (std::uint32_t i = 0; i < 2800; ++i)
-        recipe.frames[0].indexes.push_back(static_cast<std::uint8_t>((i * i / 7) & 3));
-    recipe.frames.push_back(recipe.frames[0]);
-    const Bytes file = recipe.Build();
-    std::uint32_t shown = 0;
-    for (std::uint32_t i = 0; i < 2000; ++i) {
-        Bytes bad = file;
-        const std::size_t place = std::size_t(i) * file.size() / 2000;
-        bad[place] ^= static_cast<std::uint8_t>(1 + i * 37 % 255);
-        try {
-            const GifLoad load(bad);
-            ++shown;
-            for (const std::uint32_t pixel : load.Pixels())
-                ASSERT_EQ(pixel >> 24, 255u) << place;
-        } catch (const Exception&) {
-            // Refused: the headers are damaged.
-        }
+    for (const Bytes& end : {Bytes{}, Bytes{0, 0, 0}}) {
+        recipe.trailer = end;
+        EXPECT_EQ(GifFailure(recipe.Build()), "");
+        const ET::Img::GIFDecoder decoder(MakeShared<TestStream>(recipe.Build()));
+        EXPECT_EQ(Quorvex::Test::RaisedText([&] { decoder.GetCount(); }), "");
     }
-    EXPECT_GT(shown, 1000u);
 }
 
 TEST(GifFailure, ASmallFileCannotAskForGigabytes) {

@@ -24,6 +24,7 @@ struct GifLoad {
         const Quorvex::Data::ImageBase& constant = *image;
         const auto lock = constant.LockBGRAUInt8(Quorvex::Data::LockMode::ReadOnly);
         std::vector<std::uint32_t> pixels;
+        pixels.reserve(std::size_t(lock.Width) * lock.Height);
         for (std::uint32_t y = 0; y < lock.Height; ++y)
             for (std::uint32_t x = 0; x < lock.Width; ++x) {
                 const auto pixel = lock(x, y);

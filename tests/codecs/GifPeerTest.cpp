@@ -1,12 +1,12 @@
 #ifdef VARNOLITE_HAS_GIF
 
-#include "tests/codecs/Corpus.h"
+#include "tests/codecs/GifCorpus.h"
 #include "tests/codecs/GifLoad.h"
+#include "tests/codecs/GifReference.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
 #include <set>
 
 #include <gif_lib.h>
@@ -24,7 +24,7 @@ struct PeerFrame {
     std::uint32_t width = 0;
     std::uint32_t height = 0;
     bool isInterlaced = false;
-    Pixels pixels{}; ///< AARRGGBB, rows in their order from the top.
+    Pixels pixels{}; ///< AARRGGBB, in the order of the file.
     std::uint32_t firstColor = 0;
 };
 
@@ -70,9 +70,12 @@ PeerFrame FrameOf(const SavedImage& image, const ColorMapObject* global) {
                     .isInterlaced = description.Interlace};
     const Pixels colors = ColorsOf(global, description.ColorMap);
     frame.firstColor = colors.empty() ? 0 : colors[0];
-    for (std::size_t i = 0; i < std::size_t(frame.width) * frame.height; ++i) {
-        const std::uint8_t index = image.RasterBits[i];
-        frame.pixels.push_back(index < colors.size() ? colors[index] : 0);
+    // giflib has put the rows in their order from the top.
+    for (const std::uint32_t y : GifRowOrder(frame.height, frame.isInterlaced)) {
+        for (std::uint32_t x = 0; x < frame.width; ++x) {
+            const std::uint8_t index = image.RasterBits[std::size_t(y) * frame.width + x];
+            frame.pixels.push_back(index < colors.size() ? colors[index] : 0);
+        }
     }
     return frame;
 }
@@ -91,15 +94,6 @@ Peer ReadPeer(const Bytes& file) {
     return peer;
 }
 
-/// What an image of the last frame's size shows of a frame: its rows as they are, or else its pixels in their sequence.
-Pixels Expected(const PeerFrame& frame, const PeerFrame& last) {
-    if (frame.width == last.width && frame.height == last.height)
-        return frame.pixels;
-    Pixels pixels = frame.pixels;
-    pixels.resize(std::size_t(last.width) * last.height, frame.firstColor);
-    return pixels;
-}
-
 void ExpectAsPeer(const Bytes& file, const std::string& what) {
     const Peer peer = ReadPeer(file);
     ASSERT_TRUE(peer.isRead) << what;
@@ -107,60 +101,21 @@ void ExpectAsPeer(const Bytes& file, const std::string& what) {
         const auto number = static_cast<std::int32_t>(i + 1);
         const PeerFrame& frame = peer.frames[i];
         const PeerFrame& last = peer.frames.back();
-        // The order of the file is lost where giflib has put the rows in theirs.
-        if (frame.isInterlaced && (frame.width != last.width || frame.height != last.height))
-            continue;
         const GifLoad load(file, number);
         EXPECT_EQ(load.decoder->GetCount(), peer.frames.size()) << what;
         EXPECT_FALSE(load.decoder->IsIncomplete()) << what;
         EXPECT_EQ(load.image->GetWidth(), last.width) << what;
         EXPECT_EQ(load.image->GetHeight(), last.height) << what;
-        EXPECT_TRUE(load.Pixels() == Expected(frame, last)) << what << ", frame " << number;
+        EXPECT_TRUE(load.Pixels() ==
+                    GifImage(frame.pixels, frame.isInterlaced, last.width, last.height, frame.firstColor))
+            << what << ", frame " << number;
     }
 }
-
-/// How the frames of a file come out here.
-std::string Outcome(const Bytes& file) {
-    try {
-        const std::uint32_t count = GifLoad(file).decoder->GetCount();
-        for (std::uint32_t i = 0; i < count; ++i)
-            if (GifLoad(file, static_cast<std::int32_t>(i + 1)).decoder->IsIncomplete())
-                return "frame " + std::to_string(i + 1) + " is incomplete";
-        return count > 0 ? "decodes" : "has no frames";
-    } catch (const Exception& failure) {
-        return std::string("fails: ") + failure.what();
-    }
-}
-
-/// Good files that end otherwise here than in other programs.
-const std::map<std::string, std::string> otherOutcomes = {
-    // A global colour table is required.
-    {"gif/valid/Pillow/missing_background.gif", "fails: 250 missing global color map"},
-    {"gif/valid/commons-imaging/test.gif", "fails: 324 missing global color map"},
-    {"gif/valid/wuffs/empty-palette.gif", "fails: 324 missing global color map"},
-    // Frames without pixels and without data: the trailer is read as their code size, and the file ends.
-    {"gif/valid/pygif/image-zero-size.gif", "fails: "},
-    {"gif/valid/pygif/image-zero-width.gif", "fails: "},
-    {"gif/valid/pygif/no-data.gif", "has no frames"},
-    {"gif/valid/pygif/zero-size.gif", "has no frames"},
-    // Codes that stand for nothing, and code sizes beyond all codes.
-    {"gif/valid/pygif/invalid-code.gif", "frame 1 is incomplete"},
-    {"gif/valid/pygif/overflow-codes-max.gif", "fails: CodeSize>LZ_BITS"},
-};
 
 /// Good files that giflib cannot read: one has bytes between its blocks, one a code size above 8.
 const std::set<std::string> unreadForPeer = {
     "gif/valid/Pillow/test_extents_transparency.gif",
     "gif/valid/pygif/max-codes.gif",
-};
-
-class GifCorpus : public testing::Test {
-protected:
-    void SetUp() override {
-        if (Corpus::Root().empty())
-            GTEST_SKIP() << "VARNOLITE_CORPUS does not name the folder of the shared files";
-        ASSERT_FALSE(Corpus::Files("gif").empty()) << Corpus::Root();
-    }
 };
 
 Bytes Indexes(std::uint32_t count, std::uint32_t colors, std::uint32_t seed) {
@@ -213,39 +168,19 @@ TEST(GifPeer, FullTablesDecodeAlike) {
 }
 
 TEST_F(GifCorpus, ValidFilesDecodeAsInGiflib) {
+    int compared = 0;
     for (const Corpus::File& file : Corpus::Files("gif")) {
         if (!file.isValid)
             continue;
         const Bytes bytes = Corpus::Content(file.path);
-        const auto other = otherOutcomes.find(file.path);
-        const std::string outcome = Outcome(bytes);
-        EXPECT_EQ(outcome, other != otherOutcomes.end() ? other->second : "decodes") << file.path;
-        if (unreadForPeer.contains(file.path))
+        if (unreadForPeer.contains(file.path)) {
             EXPECT_FALSE(ReadPeer(bytes).isRead) << file.path;
-        else if (outcome == "decodes")
+        } else if (GifOutcome(bytes) == "decodes") {
+            ++compared;
             ExpectAsPeer(bytes, file.path);
-    }
-}
-
-TEST_F(GifCorpus, CodeSizesAboveEightGiveTheSamePicture) {
-    const auto pixels = [](const char* name) {
-        return GifLoad(Corpus::Content(std::string("gif/valid/pygif/") + name)).Pixels();
-    };
-    EXPECT_TRUE(pixels("max-codes.gif") == pixels("4095-codes.gif"));
-}
-
-TEST_F(GifCorpus, EveryFileEndsTheSameWayFromFileAndFromMemory) {
-    for (const Corpus::File& file : Corpus::Files("gif")) {
-        const Bytes bytes = Corpus::Content(file.path);
-        Pixels pixels[2];
-        std::string failures[2];
-        for (int i = 0; i < 2; ++i) {
-            const auto manner = i == 0 ? TestStream::Manner::File : TestStream::Manner::Memory;
-            failures[i] = Quorvex::Test::RaisedText([&] { pixels[i] = GifLoad(bytes, 1, manner).Pixels(); });
         }
-        EXPECT_EQ(failures[0], failures[1]) << file.path;
-        EXPECT_TRUE(pixels[0] == pixels[1]) << file.path;
     }
+    EXPECT_GT(compared, 0);
 }
 
 #endif
