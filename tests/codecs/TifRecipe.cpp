@@ -60,6 +60,32 @@ unsigned BytesOfType(std::uint16_t type) {
     return type == 3 ? 2 : type == 4 || type == 5 || type == 13 ? 4 : 1;
 }
 
+/// A directory at an even place, without a link, and behind it the values that its entries have no room for.
+Bytes DirectoryBytes(TifRecipe::ByteOrder order, std::size_t place, const std::map<std::uint16_t, Entry>& entries) {
+    Bytes bytes, behind;
+    PutNumber(bytes, order, entries.size(), 2);
+    const std::size_t placeBehind = place + 2 + 12 * entries.size() + 4;
+    for (const auto& [tag, entry] : entries) {
+        PutNumber(bytes, order, tag, 2);
+        PutNumber(bytes, order, entry.type, 2);
+        PutNumber(bytes, order, entry.values.size() / (entry.type == 5 ? 2 : 1), 4);
+        Bytes values;
+        for (const std::uint32_t value : entry.values)
+            PutNumber(values, order, value, BytesOfType(entry.type));
+        if (values.size() > 4) {
+            PutNumber(bytes, order, placeBehind + behind.size(), 4);
+            behind.insert(behind.end(), values.begin(), values.end());
+            behind.resize((behind.size() + 1) / 2 * 2);
+        } else {
+            values.resize(4);
+            bytes.insert(bytes.end(), values.begin(), values.end());
+        }
+    }
+    PutNumber(bytes, order, 0, 4);
+    bytes.insert(bytes.end(), behind.begin(), behind.end());
+    return bytes;
+}
+
 } // namespace
 
 void PutNumber(Bytes& bytes, TifRecipe::ByteOrder order, std::uint64_t number, unsigned byteCount) {
@@ -170,6 +196,16 @@ std::map<std::uint16_t, Entry> TifRecipe::Tags(const std::vector<Bytes>& data, s
     return made;
 }
 
+std::vector<std::uint32_t> TifRecipe::TileOffsets() const {
+    const std::vector<Bytes> data = TileData();
+    const auto directoryBytes = static_cast<std::uint32_t>(DirectoryBytes(order, 0, Tags(data, 0)).size());
+    std::vector<std::uint32_t> offsets{headBytes + (isDirectoryFirst ? directoryBytes : 0)};
+    for (const Bytes& tile : data)
+        offsets.push_back(offsets.back() + static_cast<std::uint32_t>(tile.size()));
+    offsets.pop_back();
+    return offsets;
+}
+
 Bytes TifRecipe::Build() const {
     return Build({*this});
 }
@@ -180,43 +216,27 @@ Bytes TifRecipe::Build(const std::vector<TifRecipe>& images) {
     PutNumber(file, order, 42, 2);
     std::size_t linkPlace = file.size();
     PutNumber(file, order, 0, 4);
-    const auto link = [&](std::size_t place, std::size_t target) {
-        Bytes number;
-        PutNumber(number, order, target, 4);
-        std::copy(number.begin(), number.end(), file.begin() + static_cast<std::ptrdiff_t>(place));
-    };
     for (const TifRecipe& image : images) {
         const std::vector<Bytes> data = image.TileData();
-        const std::map<std::uint16_t, Entry> entries = image.Tags(data, static_cast<std::uint32_t>(file.size()));
-        for (const Bytes& tile : data)
-            file.insert(file.end(), tile.begin(), tile.end());
-        file.resize((file.size() + 1) / 2 * 2);
-        link(linkPlace, file.size());
-        const std::size_t directory = file.size();
-        linkPlace = directory + 2 + 12 * entries.size();
-        file.resize(linkPlace + 4);
-        Bytes count;
-        PutNumber(count, order, entries.size(), 2);
-        std::copy(count.begin(), count.end(), file.begin() + static_cast<std::ptrdiff_t>(directory));
-        std::size_t place = directory + 2;
-        for (const auto& [tag, entry] : entries) {
-            Bytes bytes, values;
-            PutNumber(bytes, order, tag, 2);
-            PutNumber(bytes, order, entry.type, 2);
-            PutNumber(bytes, order, entry.values.size() / (entry.type == 5 ? 2 : 1), 4);
-            for (const std::uint32_t value : entry.values)
-                PutNumber(values, order, value, BytesOfType(entry.type));
-            if (values.size() > 4) {
-                PutNumber(bytes, order, file.size(), 4);
-                file.insert(file.end(), values.begin(), values.end());
-                file.resize((file.size() + 1) / 2 * 2);
-            } else {
-                values.resize(4);
-                bytes.insert(bytes.end(), values.begin(), values.end());
-            }
-            std::copy(bytes.begin(), bytes.end(), file.begin() + static_cast<std::ptrdiff_t>(place));
-            place += 12;
-        }
+        const auto putData = [&] {
+            for (const Bytes& tile : data)
+                file.insert(file.end(), tile.begin(), tile.end());
+            file.resize((file.size() + 1) / 2 * 2);
+        };
+        auto dataPlace = static_cast<std::uint32_t>(file.size());
+        if (image.isDirectoryFirst)
+            dataPlace += static_cast<std::uint32_t>(DirectoryBytes(order, 0, image.Tags(data, 0)).size());
+        else
+            putData();
+        Bytes link;
+        PutNumber(link, order, file.size(), 4);
+        std::copy(link.begin(), link.end(), file.begin() + static_cast<std::ptrdiff_t>(linkPlace));
+        const std::map<std::uint16_t, Entry> entries = image.Tags(data, dataPlace);
+        linkPlace = file.size() + 2 + 12 * entries.size();
+        const Bytes directory = DirectoryBytes(order, file.size(), entries);
+        file.insert(file.end(), directory.begin(), directory.end());
+        if (image.isDirectoryFirst)
+            putData();
     }
     return file;
 }

@@ -30,6 +30,7 @@ struct TifRecipe {
     std::uint32_t tileHeight = 0;
     std::uint32_t rowsPerStrip = 0; ///< 0: one strip.
     bool isFillReversed = false;
+    bool isDirectoryFirst = false; ///< The data follow the directory, so that whoever cuts the file meets them first.
     ByteOrder order = ByteOrder::Little;
     /// The bits of each sample: row by row, pixel by pixel.
     std::vector<std::uint64_t> values{};
@@ -44,6 +45,8 @@ struct TifRecipe {
 
     /// The bytes of each strip or tile.
     std::vector<Bytes> TileData() const;
+    /// Where each of them lies in a file of this image alone.
+    std::vector<std::uint32_t> TileOffsets() const;
 
     /// Values that differ everywhere and use all bits.
     TifRecipe& Fill(std::uint32_t seed = 1);
