@@ -8,6 +8,29 @@ using namespace Quorvex::App;
 
 using ImageManagerTest = ImageManagerFixture;
 
+namespace {
+
+// A GIF file of two pixels, and a PNG file of one.
+const std::string& TwoPixelGif() {
+    static constexpr std::uint8_t bytes[] = {0x47, 0x49, 0x46, 0x38, 0x39, 0x61, 0x02, 0x00, 0x01, 0x00, 0x80, 0x00,
+                                             0x00, 0x01, 0x02, 0x03, 0x04, 0x05, 0x06, 0x2C, 0x00, 0x00, 0x00, 0x00,
+                                             0x02, 0x00, 0x01, 0x00, 0x00, 0x02, 0x02, 0x0C, 0x0A, 0x00, 0x3B};
+    static const std::string file(std::begin(bytes), std::end(bytes));
+    return file;
+}
+
+const std::string& OnePixelPng() {
+    static constexpr std::uint8_t bytes[] = {
+        0x89, 0x50, 0x4E, 0x47, 0x0D, 0x0A, 0x1A, 0x0A, 0x00, 0x00, 0x00, 0x0D, 0x49, 0x48, 0x44, 0x52, 0x00,
+        0x00, 0x00, 0x01, 0x00, 0x00, 0x00, 0x01, 0x08, 0x00, 0x00, 0x00, 0x00, 0x3A, 0x7E, 0x9B, 0x55, 0x00,
+        0x00, 0x00, 0x0A, 0x49, 0x44, 0x41, 0x54, 0x78, 0x9C, 0x63, 0x68, 0x00, 0x00, 0x00, 0x82, 0x00, 0x81,
+        0x77, 0xCD, 0x72, 0xB6, 0x00, 0x00, 0x00, 0x00, 0x49, 0x45, 0x4E, 0x44, 0xAE, 0x42, 0x60, 0x82};
+    static const std::string file(std::begin(bytes), std::end(bytes));
+    return file;
+}
+
+} // namespace
+
 TEST_F(ImageManagerTest, LoadsTheDefaultImageAndPostsItsSlot) {
     ImageSlot& slot = Show(Write("a.fake", "FAKE count=3 default=1"));
     EXPECT_EQ(slot.GetLoadedImage(), 2u);
@@ -107,6 +130,25 @@ TEST_F(ImageManagerTest, FindsADecoderByContentAndMarksTheExtension) {
     ImageSlot& slot = Show(Write("a.unknown", "FAKE"));
     EXPECT_EQ(slot.GetImage()->GetWidth(), 1u);
     EXPECT_TRUE(slot.GetDecoder()->WrongFilenameExtension);
+}
+
+TEST_F(ImageManagerTest, FindsAGifOfAnUnknownExtensionAndMarksIt) {
+    ImageSlot& slot = Show(Write("a.unknown", TwoPixelGif()));
+    EXPECT_EQ(slot.GetImage()->GetWidth(), 2u);
+    EXPECT_EQ(slot.GetImage()->LockBGRAUInt8(Data::LockMode::ReadOnly)(0, 0),
+              (Data::ColorBGRA<std::uint8_t>{6, 5, 4, 255}));
+    EXPECT_TRUE(slot.GetDecoder()->WrongFilenameExtension);
+    EXPECT_FALSE(slot.GetDecoder()->IsIncomplete());
+    EXPECT_FALSE(Show(Write("a.gif", TwoPixelGif())).GetDecoder()->WrongFilenameExtension);
+}
+
+TEST_F(ImageManagerTest, FindsAPngWithTheExtensionOfABitmapAndMarksIt) {
+    ImageSlot& slot = Show(Write("a.bmp", OnePixelPng()));
+    EXPECT_EQ(slot.GetImage()->GetWidth(), 1u);
+    EXPECT_EQ(slot.GetImage()->LockBGRAUInt8(Data::LockMode::ReadOnly)(0, 0),
+              (Data::ColorBGRA<std::uint8_t>{128, 128, 128, 255}));
+    EXPECT_TRUE(slot.GetDecoder()->WrongFilenameExtension);
+    EXPECT_FALSE(Show(Write("a.png", OnePixelPng())).GetDecoder()->WrongFilenameExtension);
 }
 
 TEST_F(ImageManagerTest, RaisesTheFirstFailureWhenTheContentFailsToo) {

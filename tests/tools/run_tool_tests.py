@@ -165,11 +165,15 @@ def TestDecodeFindsPluginsBesideItself(folder):
 
 
 def TestDecodeSaysWhereTheNameIsWrong(folder):
-    # No decoder is asked for by this name, so the content decides.
-    path = Path(folder, "picture.data")
-    path.write_bytes((SAMPLES / "windows-40-1bit.bmp").read_bytes())
-    Equal(Decode(path, folder)[0]["wrongExtension"], "1", "by extension first")
-    Equal(Decode(path, folder, "--content")[0]["wrongExtension"], "0", "by content alone")
+    # No decoder is asked for by the first name, and another one by the second, so the content decides.
+    for sample, decoder in (("windows-40-1bit.bmp", "BMPDecoder"), ("gif-two-frames.gif", "GIFDecoder"),
+                            ("png-rgba-8bit.png", "PNGDecoder"), ("icon.ico", "ICODecoder")):
+        for name in ("picture.data", "picture.tif"):
+            path = Path(folder, name)
+            path.write_bytes((SAMPLES / sample).read_bytes())
+            fields, _ = Decode(path, folder)
+            Equal((fields["decoder"], fields["wrongExtension"]), (decoder, "1"), f"{sample} by extension first")
+            Equal(Decode(path, folder, "--content")[0]["wrongExtension"], "0", f"{sample} by content alone")
 
 
 def TestDecodeSaysWhereTheFileIsCut(folder):
