@@ -20,7 +20,8 @@ class Decoder {
 public:
     /// There are 2^codeSize codes for single bytes, up to 2^11; of those above 255 the low byte is meant.
     Decoder(const std::uint8_t* source, std::size_t sourceSize, std::uint32_t codeSize)
-        : m_codes(source, sourceSize), m_firstWidth(codeSize + 1), m_clearCode(1u << codeSize) {}
+        : m_codes(source, sourceSize), m_firstWidth(codeSize + 1), m_clearCode(1u << codeSize), m_strings(m_clearCode) {
+    }
 
     /// Decodes until the output is full. Raises Exception with empty text where the data end before, or have a code
     /// that stands for nothing; the output has what was decoded until then.
@@ -53,22 +54,28 @@ private:
                 code = codes.Read(firstWidth);
             if (code >= clearCode || codes.IsOverrun())
                 return {output, false};
-            String last = output.Append(static_cast<std::uint8_t>(code));
+            String last = output.AppendByte(code);
             unsigned width = firstWidth;
             std::uint32_t next = endCode + 1; // The first code that stands for nothing yet.
             while (!output.IsFull()) {
                 if (next + format.earlyChange >= 1u << width && width < largestWidth)
                     ++width;
                 code = codes.Read(width);
-                if (codes.IsOverrun() || code == endCode || code > next)
+                if (codes.IsOverrun())
                     return {output, false};
-                if (code == clearCode)
+                String string;
+                if (code < next && code != clearCode && code != endCode) [[likely]]
+                    string = m_strings[code];
+                else if (code == next) // The entry that it makes itself.
+                    string = last.With(last.FirstByte());
+                else if (code == clearCode)
                     break;
-                // The entry that each code makes: the string before it, and its own first byte. It may be itself.
+                else
+                    return {output, false};
+                // The entry that each code makes: the string before it, and its own first byte.
                 if (next < Strings::capacity)
-                    m_strings.Enter(next++, last);
-                last =
-                    code < clearCode ? output.Append(static_cast<std::uint8_t>(code)) : output.Append(m_strings[code]);
+                    m_strings.Enter(next++, last.With(string.FirstByte()));
+                last = output.Append(string);
             }
         }
         return {output, true};

@@ -3,6 +3,7 @@
 #include "codecs/lzw/Strings.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstring>
 
@@ -19,22 +20,23 @@ public:
     /// Bytes in the target.
     std::uint32_t GetKept() const { return static_cast<std::uint32_t>(std::min(m_position, m_targetSize)); }
 
-    String Append(std::uint8_t byte) {
-        const String string{static_cast<std::uint32_t>(m_position), 1};
+    /// The low byte of the code.
+    String AppendByte(std::uint32_t code) {
         if (m_position < m_targetSize)
-            m_target[m_position] = byte;
-        ++m_position;
-        return string;
+            m_target[m_position] = static_cast<std::uint8_t>(code);
+        return String::OfByte(code, static_cast<std::uint32_t>(m_position++));
     }
 
-    /// Its own first byte may be the first one of the string's place that is new.
-    String Append(const String& source) {
-        const String string{static_cast<std::uint32_t>(m_position), source.length};
-        const std::uint64_t room = m_targetSize > m_position ? m_targetSize - m_position : 0;
-        if (m_position - source.start >= chunk && room >= slack && source.length <= slack)
+    /// The string as it lies there now. Its own first byte may be the first one of the string's place that is new.
+    [[gnu::always_inline]] String Append(String source) {
+        const String string{source.head, static_cast<std::uint32_t>(m_position), source.length};
+        const bool hasRoom = m_position + slack <= m_targetSize;
+        if (hasRoom && source.length <= String::headSize)
+            PutHead(source);
+        else if (hasRoom && source.length <= slack && m_position - source.start >= chunk)
             CopyChunks(source);
         else
-            CopyBytes(source, std::min<std::uint64_t>(source.length, room));
+            CopyBytes(source, m_target, m_targetSize, m_position);
         m_position += source.length;
         return string;
     }
@@ -50,7 +52,13 @@ private:
     static constexpr std::uint32_t slack = 2 * chunk;
 
     // Most strings are short: more bytes than they have cost less than the question how many.
-    void CopyChunks(const String& source) {
+    void PutHead(String source) {
+        if constexpr (std::endian::native == std::endian::big)
+            source.head = __builtin_bswap64(source.head);
+        std::memcpy(m_target + m_position, &source.head, String::headSize);
+    }
+
+    void CopyChunks(String source) {
         std::uint8_t* const to = m_target + m_position;
         const std::uint8_t* const from = m_target + source.start;
         std::memcpy(to, from, chunk);
@@ -58,16 +66,22 @@ private:
             std::memcpy(to + chunk, from + chunk, chunk);
     }
 
-    void CopyBytes(const String& source, std::uint64_t count) {
+    // Rare, and static, so that the loop around it can keep the members in registers.
+    [[gnu::noinline]] static void CopyBytes(String source, std::uint8_t* target, std::uint64_t targetSize,
+                                            std::uint64_t position) {
         // A target without room need not be there.
-        if (count == 0)
+        if (position >= targetSize)
             return;
-        std::uint8_t* const to = m_target + m_position;
-        const std::uint8_t* const from = m_target + source.start;
-        if (count <= m_position - source.start)
-            std::copy_n(from, count, to);
+        const std::uint64_t count = std::min<std::uint64_t>(source.length, targetSize - position);
+        std::uint8_t* const to = target + position;
+        std::uint64_t i = 0;
+        for (; i < std::min<std::uint64_t>(count, String::headSize); ++i)
+            to[i] = static_cast<std::uint8_t>(source.head >> (8 * i));
+        const std::uint8_t* const from = target + source.start;
+        if (count <= position - source.start)
+            std::copy(from + i, from + count, to + i);
         else
-            for (std::uint64_t i = 0; i < count; ++i)
+            for (; i < count; ++i)
                 to[i] = from[i];
     }
 

@@ -240,11 +240,11 @@ TEST(Lzw, CodeSizesAboveElevenAreRefused) {
 }
 
 TEST(Lzw, StringsThatNoTableCanLeadToAreRefused) {
-    Lzw::Strings strings;
-    strings.Enter(300, {1000, 4094});
+    Lzw::Strings strings(256);
+    strings.Enter(300, {0, 1000, 4095});
     EXPECT_EQ(strings[300].start, 1000u);
     EXPECT_EQ(strings[300].length, 4095u);
-    EXPECT_EQ(RaisedText([&] { strings.Enter(300, {1000, 4095}); }), "_StackPtr>=LZ_MAX_CODE");
+    EXPECT_EQ(RaisedText([&] { strings.Enter(300, {0, 1000, 4096}); }), "_StackPtr>=LZ_MAX_CODE");
 }
 
 TEST(TiffLzw, TargetsOfFourGigabytesAreRefused) {
