@@ -151,12 +151,20 @@ macro(varnolite_tests)
         endif()
     endforeach()
     if(TARGET codecs_tests)
+        varnolite_plugin_tests()
         varnolite_plugins_of_tests()
         # What a decoder allocates is watched by the probe of the layer that owns the images.
         target_sources(codecs_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests/data/AllocationProbe.cpp)
     endif()
     varnolite_reference_pictures()
 endmacro()
+
+# The tests of plug-ins once more as a small program of their own, for systems where nothing else is tested.
+function(varnolite_plugin_tests)
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/codecs/Plugin*.cpp)
+    add_executable(plugin_tests EXCLUDE_FROM_ALL ${sources} tests/IsolatedLog.cpp)
+    target_link_libraries(plugin_tests PRIVATE codecs GTest::gtest_main)
+endfunction()
 
 # Libraries as other people make them, without anything of the project's but the public header: each in a folder of its
 # own below the test programs', so that the program does not find it beside itself.
@@ -165,11 +173,14 @@ function(varnolite_plugin folder name source)
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
     target_compile_options(${name} PRIVATE -Wall -Wextra -Wpedantic -Werror -fvisibility=hidden)
     if(WIN32)
-        target_link_options(${name} PRIVATE -static)
+        # On 32-bit Windows a function's name would be followed by the size of its arguments.
+        target_link_options(${name} PRIVATE -static $<$<EQUAL:${CMAKE_SIZEOF_VOID_P},4>:-Wl,--kill-at>)
         set_target_properties(${name} PROPERTIES SUFFIX .dll)
     endif()
     set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/plugins/${folder})
-    add_dependencies(codecs_tests ${name})
+    foreach(tests codecs_tests plugin_tests)
+        add_dependencies(${tests} ${name})
+    endforeach()
 endfunction()
 
 function(varnolite_plugins_of_tests)

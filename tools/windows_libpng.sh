@@ -6,6 +6,7 @@
 # lie below build/libpng too. The sources are kept in the user's cache, so that another clone needs no network.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+. "$root/tools/private_apt.sh"
 
 case "${1-}" in
     x86_64 | i686) architecture=$1 ;;
@@ -20,24 +21,6 @@ mkdir -p "$work"
 exec 9>"$work/lock"
 flock 9
 [ ! -e "$result/complete" ] || exit 0
-
-# The system's own package sources, asked for source packages in place of programs.
-writeSourceLists() {
-    local file name
-    rm -rf "$work/apt"
-    mkdir -p "$work/apt/lists/partial" "$work/apt/cache/archives/partial" "$work/apt/parts"
-    for file in /etc/apt/sources.list /etc/apt/sources.list.d/*; do
-        name=$work/apt/parts/$(basename "$file" | tr -c 'A-Za-z0-9._\n-' '_')
-        case "$file" in
-            *.list) [ ! -f "$file" ] || sed -n 's/^deb[[:space:]]/deb-src /p' "$file" >"$name" ;;
-            *.sources) [ ! -f "$file" ] || sed 's/^Types:.*/Types: deb-src/' "$file" >"$name" ;;
-        esac
-    done
-}
-
-aptOptions=(-q -o Dir::Etc::SourceList=/dev/null -o "Dir::Etc::SourceParts=$work/apt/parts"
-    -o "Dir::State::Lists=$work/apt/lists" -o "Dir::Cache=$work/apt/cache" -o APT::Get::List-Cleanup=false
-    -o APT::Sandbox::User= -o Acquire::Languages=none)
 
 # The newest version that can be had: lists may name one of the security suite that its server has let go.
 fetchSource() {
@@ -73,9 +56,8 @@ fetchOnce() {
         cp -r "$kept" "$work/source/libpng"
         return 0
     fi
-    writeSourceLists
-    # One list that cannot be had, of another archive say, is no reason to give up.
-    apt-get "${aptOptions[@]}" update || echo "Some package lists could not be had."
+    privateApt "$work/apt"
+    updatePrivateApt deb-src
     fetchSource
     keepSource || echo "The sources could not be kept."
 }

@@ -212,6 +212,8 @@ TEST(Plugin, ADecoderOutlivesItsFactory) {
 }
 
 TEST(Plugin, ExceptionsOfAPluginAreContained) {
+    if (sizeof(void*) == 4)
+        GTEST_SKIP() << "on 32-bit Windows no exception gets out of a library: it ends the program there";
     // In turn: open, set the logger, the count, the default index, the description, loading; then two that are no
     // std::exception, in open and in loading.
     for (const char behaviour : {'o', 's', 'i', 'l', '1', '2'})
