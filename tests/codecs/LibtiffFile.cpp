@@ -18,6 +18,10 @@ void SetTags(TIFF* tiff, const Format& format) {
     TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, format.bits);
     TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, format.samples);
     TIFFSetField(tiff, TIFFTAG_SAMPLEFORMAT, format.sampleFormat);
+    const std::vector<std::uint16_t> extra(format.samples >= 3 ? format.samples - 3 : format.samples - 1,
+                                           format.extraSample);
+    if (format.extraSample != 0)
+        TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, static_cast<int>(extra.size()), extra.data());
     TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, format.photometric);
     TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, format.isPlanar ? PLANARCONFIG_SEPARATE : PLANARCONFIG_CONTIG);
     TIFFSetField(tiff, TIFFTAG_FILLORDER, format.fillOrder);
@@ -102,6 +106,7 @@ Bytes Read(const Bytes& bytes, std::uint32_t directory, Format& format) {
     TIFFGetField(tiff.get(), TIFFTAG_PHOTOMETRIC, &format.photometric);
     TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_PLANARCONFIG, &planar);
     TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_COMPRESSION, &format.compression);
+    format.isBigEndian = TIFFIsBigEndian(tiff.get()) != 0;
     format.isPlanar = planar == PLANARCONFIG_SEPARATE && format.samples > 1;
     if (format.photometric == PHOTOMETRIC_YCBCR)
         return {};
@@ -134,6 +139,24 @@ Bytes Read(const Bytes& bytes, std::uint32_t directory, Format& format) {
                     isWhole;
     }
     return isWhole ? rows : Bytes();
+}
+
+std::uint64_t SampleOf(const Bytes& rows, const Format& format, std::size_t x, std::size_t y, std::size_t s) {
+    const std::size_t together = format.isPlanar ? 1 : format.samples;
+    const std::size_t rowBytes = (format.width * together * format.bits + 7) / 8;
+    const std::size_t row = (format.isPlanar ? s * format.height : 0) + y;
+    const std::size_t bit = row * rowBytes * 8 + (x * together + (format.isPlanar ? 0 : s)) * format.bits;
+    std::uint64_t value = 0;
+    if (format.bits % 8 != 0) {
+        for (std::size_t i = bit; i < bit + format.bits; ++i)
+            value = value << 1 | (rows[i / 8] >> (7 - i % 8) & 1);
+        return value;
+    }
+    const std::size_t bytes = format.bits / 8;
+    const bool isReversed = bytes > 4 && bytes < 8 && format.isBigEndian;
+    for (std::size_t i = 0; i < bytes; ++i)
+        value |= std::uint64_t{rows[bit / 8 + i]} << 8 * (isReversed ? bytes - 1 - i : i);
+    return value;
 }
 
 Bytes ReadColors(const Bytes& bytes, std::uint32_t directory) {

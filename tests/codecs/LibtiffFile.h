@@ -21,7 +21,8 @@ struct Format {
     std::uint16_t fillOrder = 1;
     bool isPlanar = false;
     bool isBigEndian = false;
-    std::uint32_t tileSize = 0; ///< 0: strips.
+    std::uint16_t extraSample = 0; ///< What the samples behind the colours are; 0: nothing is told.
+    std::uint32_t tileSize = 0;    ///< 0: strips.
     std::uint32_t rowsPerStrip = 3;
     /// More tags of a single number, in the order in which libtiff is to learn of them.
     std::vector<std::pair<std::uint32_t, std::uint32_t>> tags{};
@@ -35,6 +36,10 @@ Bytes Write(const Format& format, const Bytes& rows);
 /// The rows of the directory as Write takes them; empty where libtiff cannot read all of it, and for
 /// YCbCr, whose rows are none of samples.
 Bytes Read(const Bytes& file, std::uint32_t directory, Format& format);
+
+/// Sample s of a pixel, as these rows hold it: depths that are no whole bytes from the highest bit on, and those of 40,
+/// 48 and 56 bits, which libtiff takes for bytes, in the order of the file.
+std::uint64_t SampleOf(const Bytes& rows, const Format& format, std::size_t x, std::size_t y, std::size_t s);
 
 /// Red, green, blue and alpha of all pixels, top row first; empty where libtiff cannot make them.
 Bytes ReadColors(const Bytes& file, std::uint32_t directory = 0);

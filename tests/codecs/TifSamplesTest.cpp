@@ -1,4 +1,5 @@
 #include "tests/codecs/TifLoad.h"
+#include "tests/codecs/TifReference.h"
 
 #include <gtest/gtest.h>
 
@@ -10,70 +11,23 @@ using namespace Quorvex::Data;
 
 namespace {
 
-/// value x (2^channelBits - 1) / (2^bits - 1), rounded to nearest, by long division in the system of two.
-std::uint64_t Scaled(std::uint64_t value, std::uint32_t bits, std::uint32_t channelBits) {
-    if (bits == channelBits)
-        return value;
-    const std::uint64_t divisor = (std::uint64_t{1} << bits) - 1;
-    std::uint64_t quotient = 0, rest = 0;
-    const auto carry = [&] {
-        if (rest >= divisor) {
-            rest -= divisor;
-            ++quotient;
-        }
-    };
-    // The factor is as many ones: each adds the value to twice what was there.
-    for (std::uint32_t i = 0; i < channelBits; ++i) {
-        quotient *= 2;
-        rest *= 2;
-        carry();
-        rest += value;
-        carry();
-    }
-    return quotient + (2 * rest > divisor ? 1 : 0);
-}
-
-std::uint32_t ChannelBits(std::uint32_t bits) {
-    return bits <= 8 ? 8 : bits <= 16 ? 16 : bits <= 32 ? 32 : 64;
-}
-
-std::uint64_t SignExtendedAndShifted(std::uint64_t value, std::uint32_t bits, std::uint32_t channelBits) {
-    return value << (channelBits - bits);
-}
-
-/// The sample's bits as a channel of the image has them.
-std::uint64_t ChannelOf(const TifRecipe& recipe, std::uint64_t value) {
-    const std::uint32_t channelBits = ChannelBits(recipe.bits);
-    return recipe.format == 2 ? SignExtendedAndShifted(value, recipe.bits, channelBits)
-                              : Scaled(value, recipe.bits, channelBits);
-}
-
-std::uint64_t Full(const TifRecipe& recipe) {
-    const std::uint32_t channelBits = ChannelBits(recipe.bits);
-    return ~std::uint64_t{0} >> (64 - channelBits + (recipe.format == 2 ? 1 : 0));
-}
-
 /// All channels of the image in the order of memory, each as its bits.
 std::vector<std::uint64_t> Expected(const TifRecipe& recipe) {
     std::vector<std::uint64_t> channels;
     for (std::uint32_t y = 0; y < recipe.height; ++y)
         for (std::uint32_t x = 0; x < recipe.width; ++x) {
-            const auto at = [&](std::uint32_t sample) { return ChannelOf(recipe, recipe.At(x, y, sample)); };
+            const auto at = [&](std::uint32_t sample) {
+                return TifReference::ChannelOf(recipe.At(x, y, sample), recipe.bits, recipe.format);
+            };
             if (recipe.samples == 1)
                 channels.push_back(at(0));
             else if (recipe.samples == 2)
                 channels.insert(channels.end(), {at(0), at(0), at(0), at(1)});
             else
-                channels.insert(channels.end(), {at(2), at(1), at(0), recipe.samples == 4 ? at(3) : Full(recipe)});
+                channels.insert(channels.end(),
+                                {at(2), at(1), at(0),
+                                 recipe.samples == 4 ? at(3) : TifReference::FullOf(recipe.bits, recipe.format)});
         }
-    return channels;
-}
-
-std::vector<std::uint64_t> Channels(const TifLoad& load, std::uint32_t channelBits) {
-    const TifLoad::Bytes memory = load.Memory();
-    std::vector<std::uint64_t> channels(memory.size() / (channelBits / 8));
-    for (std::size_t i = 0; i < memory.size(); ++i)
-        channels[i / (channelBits / 8)] |= std::uint64_t{memory[i]} << 8 * (i % (channelBits / 8));
     return channels;
 }
 
@@ -85,7 +39,7 @@ void Check(const TifRecipe& recipe) {
                              std::to_string(recipe.tileWidth) + ", predictor " + std::to_string(recipe.predictor);
     EXPECT_FALSE(load.decoder.IsIncomplete()) << name;
     EXPECT_EQ(load.info.BitsPerPixel, recipe.bits * recipe.samples) << name;
-    const std::vector<std::uint64_t> had = Channels(load, ChannelBits(recipe.bits)), wanted = Expected(recipe);
+    const std::vector<std::uint64_t> had = TifReference::ChannelsOf(load), wanted = Expected(recipe);
     ASSERT_EQ(had.size(), wanted.size()) << name;
     const auto [first, other] = std::mismatch(had.begin(), had.end(), wanted.begin());
     ASSERT_TRUE(first == had.end()) << name << ": " << *first << " for " << *other << " at " << first - had.begin();
@@ -169,30 +123,13 @@ TEST(TifSamples, AwkwardSizes) {
             }
 }
 
-/// The number that the bits of a float of 16 or 24 bits stand for, digit by digit.
-double FloatOf(std::uint64_t bits, std::uint32_t exponentBits, std::uint32_t significandBits) {
-    const int bias = (1 << (exponentBits - 1)) - 1;
-    const auto exponent = static_cast<int>(bits >> significandBits & ((1u << exponentBits) - 1));
-    const double fraction =
-        std::ldexp(static_cast<double>(bits & ((1u << significandBits) - 1)), -static_cast<int>(significandBits));
-    const double sign = bits >> (exponentBits + significandBits) & 1 ? -1 : 1;
-    if (exponent == 0)
-        return sign * std::ldexp(fraction, 1 - bias);
-    if (exponent == (1 << exponentBits) - 1)
-        return fraction == 0 ? sign * std::numeric_limits<double>::infinity() : std::nan("");
-    return sign * std::ldexp(1 + fraction, exponent - bias);
-}
-
 void CheckFloats(const TifRecipe& recipe) {
     const TifLoad load(recipe.Build());
     EXPECT_FALSE(load.decoder.IsIncomplete());
     const std::vector<float> had = load.Samples<float>();
     ASSERT_EQ(had.size(), recipe.samples == 1 ? recipe.values.size() : recipe.values.size() / 3 * 4);
     for (std::size_t i = 0; i < recipe.values.size(); ++i) {
-        const double wanted = recipe.bits == 16 ? FloatOf(recipe.values[i], 5, 10)
-                              : recipe.bits == 24
-                                  ? FloatOf(recipe.values[i], 7, 16)
-                                  : double(std::bit_cast<float>(static_cast<std::uint32_t>(recipe.values[i])));
+        const double wanted = TifReference::FloatOf(recipe.values[i], recipe.bits);
         const float sample = had[recipe.samples == 1 ? i : i / 3 * 4 + 2 - i % 3];
         if (std::isnan(wanted))
             ASSERT_TRUE(std::isnan(sample));
