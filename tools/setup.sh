@@ -11,7 +11,7 @@ packagesOfDesktop=(xvfb python3 libx11-6 libxtst6)
 packagesOfWindowsBuild=(cmake ninja-build ccache g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev)
 packagesOfWine=(wine wine64 fonts-liberation)
 packagesOfQuickTest=(libgtest-dev libgmock-dev googletest libjpeg62-turbo-dev libgif-dev libtiff-dev python3)
-packagesOfTest=(git clang libclang-rt-14-dev clang-format clang-tidy g++-mingw-w64-i686-posix)
+packagesOfTest=(git clang libclang-rt-14-dev clang-format clang-tidy g++-mingw-w64-i686-posix python3-pil)
 # The peers of the benchmarks.
 packagesOfBench=(libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libpixman-1-dev libjpeg62-turbo-dev libgif-dev libtiff-dev pkgconf python3-pil gpicview xvfb)
 

@@ -18,12 +18,13 @@ using Samples = std::vector<std::uint16_t>;
 namespace {
 
 constexpr auto fromFile = TestStream::Manner::File;
+constexpr std::uint16_t iconType = 1, cursorType = 2;
 
 ET::Img::ICODecoder Opened(const IcoRecipe& recipe) {
     return ET::Img::ICODecoder(MakeShared<TestStream>(recipe.Build()));
 }
 
-std::uint32_t DefaultIndex(std::vector<IcoRecipe::Image> images, std::uint16_t type = 1) {
+std::uint32_t DefaultIndex(std::vector<IcoRecipe::Image> images, std::uint16_t type = iconType) {
     return Opened({.type = type, .images = std::move(images)}).GetDefaultIndex();
 }
 
@@ -45,6 +46,12 @@ std::vector<IconBitmap> AllBitmaps() {
         for (const auto& [width, height] : {std::pair{16u, 16u}, {1u, 1u}, {33u, 5u}, {47u, 48u}})
             for (const bool hasMask : {true, false})
                 bitmaps.push_back({width, height, bits, bits * 100 + width, hasMask});
+    // An odd number of rows loses the half one, and the other way round it gains one.
+    constexpr std::int32_t height = 11;
+    for (const std::uint32_t bits : {1u, 4u, 8u, 16u, 24u, 32u})
+        for (const std::int32_t rows : {2 * height + 1, -2 * height, 1 - 2 * height})
+            for (const bool hasMask : {true, false})
+                bitmaps.push_back({13, height, bits, bits, hasMask, rows});
     return bitmaps;
 }
 
@@ -57,6 +64,32 @@ IcoRecipe::Image OneRow(const std::vector<std::uint32_t>& pixels, std::uint8_t m
         bits == 32 ? row.U32(pixel) : row.U8(pixel).U8(pixel >> 8).U8(pixel >> 16);
     recipe.rows = {row.bytes, {mask}};
     return {static_cast<std::uint8_t>(pixels.size()), 1, 32, recipe.Build()};
+}
+
+/// Four pixels by three, of codes, with the mask behind them. What no run covers has alpha 0, and so have the colours.
+IcoRecipe::Image RunLength(std::uint32_t bits, const Bytes& codes, std::optional<std::uint32_t> codeBytes = {}) {
+    BmpRecipe recipe{.width = 4, .height = 6, .bits = bits, .compression = bits == 8 ? 1u : 2u};
+    recipe.hasFileHeader = false;
+    for (std::uint32_t i = 0; i < 1u << bits; ++i)
+        recipe.palette.push_back(i * 0x010203);
+    recipe.sizeImage = codeBytes.value_or(static_cast<std::uint32_t>(codes.size()));
+    const Bytes mask{0x80, 0, 0, 0, 0x40, 0, 0, 0, 0x20, 0, 0, 0};
+    recipe.data = ByteWriter().Append(codes).Append(mask).bytes;
+    return {4, 3, static_cast<std::uint8_t>(bits), recipe.Build()};
+}
+
+/// Four pixels by three: a row of runs with the lowest index first, one with a gap, one of indexes.
+const Bytes codesOf8Bits{1, 9, 3, 7, 0, 0, 0, 2, 2, 0, 2, 5, 0, 0, 0, 4, 1, 2, 3, 4, 0, 1};
+const Bytes codesOf4Bits{1, 0x90, 3, 0x77, 0, 0, 0, 2, 2, 0, 2, 0x55, 0, 0, 0, 4, 0x12, 0x34, 0, 1};
+
+/// What they show, with the alphas for each row.
+Samples ShownRunLength(const std::vector<std::uint16_t>& alphas) {
+    constexpr std::uint16_t indexes[] = {1, 2, 3, 4, 0, 0, 5, 5, 9, 7, 7, 7};
+    Samples samples;
+    for (std::size_t i = 0; i < 12; ++i)
+        for (const int factor : {3, 2, 1, 0})
+            samples.push_back(factor != 0 ? static_cast<std::uint16_t>(factor * indexes[i]) : alphas[i]);
+    return samples;
 }
 
 std::vector<int> Alphas(const IcoLoad& load) {
@@ -112,9 +145,9 @@ TEST(IcoDefaultIndex, MeasuresWhatClaimsMoreThan32Bits) {
 }
 
 TEST(IcoDefaultIndex, TakesTheHotspotOfACursorForADepth) {
-    EXPECT_EQ(DefaultIndex({{32, 32, 3, {}}, {32, 32, 9, {}}, {32, 32, 5, {}}}, 2), 1u);
+    EXPECT_EQ(DefaultIndex({{32, 32, 3, {}}, {32, 32, 9, {}}, {32, 32, 5, {}}}, cursorType), 1u);
     const IcoRecipe::Image far{32, 32, 40, SquarePng(16)};
-    EXPECT_EQ(DefaultIndex({far, {17, 17, 0, {}}}, 2), 1u) << "a hotspot beyond 32 makes the image measured";
+    EXPECT_EQ(DefaultIndex({far, {17, 17, 0, {}}}, cursorType), 1u) << "a hotspot beyond 32 makes the image measured";
 }
 
 TEST(IcoDefaultIndex, PassesOverWhatCannotBeMeasured) {
@@ -131,17 +164,27 @@ TEST(IcoDefaultIndex, PassesOverWhatCannotBeMeasured) {
 
 TEST(IcoDecode, GivesThePixelsOfEveryKindOfBitmap) {
     for (const IconBitmap& bitmap : AllBitmaps()) {
-        const Bytes file = IcoRecipe{.images = {bitmap.ToImage()}}.Build();
         const IcoReference expected = DecodeIconImage(bitmap.Build());
         ASSERT_TRUE(expected.isDecoded);
-        for (const auto manner : {fromFile, TestStream::Manner::Memory}) {
-            const IcoLoad load(file, manner);
-            EXPECT_EQ(load.info.Width, bitmap.width);
-            EXPECT_EQ(load.info.Height, bitmap.height);
-            EXPECT_EQ(load.info.BitsPerPixel, bitmap.bits);
-            ASSERT_EQ(load.Samples(), expected.samples) << bitmap.Describe();
+        for (const std::uint16_t type : {iconType, cursorType}) {
+            const Bytes file = IcoRecipe{.type = type, .images = {bitmap.ToImage()}}.Build();
+            for (const auto manner : {fromFile, TestStream::Manner::Memory}) {
+                const IcoLoad load(file, manner);
+                EXPECT_EQ(load.info.Width, bitmap.width) << bitmap.Describe();
+                EXPECT_EQ(load.info.Height, bitmap.height) << bitmap.Describe();
+                EXPECT_EQ(load.info.BitsPerPixel, bitmap.bits);
+                ASSERT_EQ(load.Samples(), expected.samples) << bitmap.Describe();
+            }
         }
     }
+}
+
+TEST(IcoDecode, TheHighestRowMayComeFirstButTheMasksNever) {
+    BmpRecipe recipe{.width = 1, .height = -6, .bits = 24};
+    recipe.hasFileHeader = false;
+    recipe.rows = {{1, 1, 1}, {2, 2, 2}, {3, 3, 3}, {0x80}, {0}, {0}};
+    const IcoLoad load(IcoRecipe{.images = {{1, 3, 24, recipe.Build()}}}.Build());
+    EXPECT_EQ(load.Samples(), (Samples{1, 1, 1, 255, 2, 2, 2, 255, 3, 3, 3, 0}));
 }
 
 TEST(IcoDecode, GivesThePixelsOfEveryKindOfPng) {
@@ -156,7 +199,7 @@ TEST(IcoDecode, CountsItsEntriesAndShowsEachByItsIndex) {
     for (const IconBitmap& bitmap : AllBitmaps())
         recipe.images.push_back(bitmap.ToImage());
     recipe.images.push_back(Unmeasured(SquarePng(30)));
-    for (const std::uint16_t type : {1, 2}) {
+    for (const std::uint16_t type : {iconType, cursorType}) {
         recipe.type = type;
         const Bytes file = recipe.Build();
         ASSERT_EQ(Opened(recipe).GetCount(), recipe.images.size());
@@ -198,6 +241,37 @@ TEST(IcoDecode, TheFirstRowOfTheMaskIsTheLowestOfTheImage) {
     recipe.rows = {{1, 1, 1}, {2, 2, 2}, {3, 3, 3}, {0x80}, {0}, {0}};
     const IcoLoad load(IcoRecipe{.images = {{1, 3, 24, recipe.Build()}}}.Build());
     EXPECT_EQ(load.Samples(), (Samples{3, 3, 3, 255, 2, 2, 2, 255, 1, 1, 1, 0}));
+}
+
+TEST(IcoDecode, RunLengthsHaveAMaskToo) {
+    for (const std::uint16_t type : {iconType, cursorType}) {
+        for (const std::uint32_t bits : {8u, 4u}) {
+            const Bytes file =
+                IcoRecipe{.type = type, .images = {RunLength(bits, bits == 8 ? codesOf8Bits : codesOf4Bits)}}.Build();
+            for (const auto manner : {fromFile, TestStream::Manner::Memory}) {
+                const IcoLoad load(file, manner);
+                EXPECT_EQ(load.info.Height, 3u);
+                EXPECT_EQ(load.info.BitsPerPixel, bits);
+                EXPECT_EQ(load.Samples(), ShownRunLength({255, 255, 0, 255, 255, 0, 255, 255, 0, 255, 255, 255}));
+                EXPECT_EQ(load.image->HasAlpha, 1u);
+            }
+        }
+    }
+}
+
+TEST(IcoDecode, RunLengthsThatCountTheMaskAsTheirsHaveNone) {
+    const auto all = static_cast<std::uint32_t>(codesOf8Bits.size() + 12);
+    const IcoLoad load(IcoRecipe{.images = {RunLength(8, codesOf8Bits, all)}}.Build());
+    EXPECT_EQ(load.Samples(), ShownRunLength(std::vector<std::uint16_t>(12)));
+    EXPECT_EQ(load.image->HasAlpha, 0u);
+}
+
+TEST(IcoDecode, RunLengthsThatAreNotAllThereShowNothing) {
+    for (const std::uint32_t codeBytes : {0u, 1000u, 0xFFFFFFFFu}) {
+        const IcoLoad load(IcoRecipe{.images = {RunLength(8, codesOf8Bits, codeBytes)}}.Build());
+        EXPECT_EQ(load.Samples(), Samples(48)) << codeBytes;
+        EXPECT_FALSE(load.decoder.IsIncomplete());
+    }
 }
 
 TEST(IcoDecode, AMaskThatIsNotAllThereIsSkipped) {

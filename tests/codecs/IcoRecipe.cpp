@@ -28,7 +28,8 @@ IcoRecipe::Bytes IcoRecipe::Build() const {
 
 std::vector<std::uint8_t> IconBitmap::Build() const {
     std::mt19937 random(seed);
-    BmpRecipe recipe{.width = static_cast<std::int32_t>(width), .height = static_cast<std::int32_t>(2 * height)};
+    BmpRecipe recipe{.width = static_cast<std::int32_t>(width)};
+    recipe.height = rows.value_or(static_cast<std::int32_t>(2 * height));
     recipe.bits = bits;
     recipe.hasFileHeader = false;
     for (std::uint32_t i = 0; bits <= 8 && i < 1u << bits; ++i)
@@ -58,5 +59,5 @@ IcoRecipe::Image IconBitmap::ToImage() const {
 
 std::string IconBitmap::Describe() const {
     return std::to_string(width) + " x " + std::to_string(height) + ", " + std::to_string(bits) + " bits" +
-           (hasMask ? "" : ", no mask");
+           (hasMask ? "" : ", no mask") + (rows ? ", " + std::to_string(*rows) + " rows" : "");
 }

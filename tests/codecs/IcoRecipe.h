@@ -33,6 +33,9 @@ struct IconBitmap {
     std::uint32_t bits = 32;
     std::uint32_t seed = 1;
     bool hasMask = true;
+    /// What the header says: the rows of image and mask together, below 0 where the highest row of the image comes
+    /// first. Default: twice the height. Half of it, rounded down, must be the height or the opposite of it.
+    std::optional<std::int32_t> rows{};
 
     /// Header, palette, rows and mask, without a file header.
     std::vector<std::uint8_t> Build() const;

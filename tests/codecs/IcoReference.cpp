@@ -2,6 +2,7 @@
 
 #include "tests/codecs/PngReference.h"
 
+#include <algorithm>
 #include <cmath>
 
 using Bytes = std::vector<std::uint8_t>;
@@ -18,10 +19,15 @@ std::uint32_t Number(const Bytes& bytes, std::size_t position, std::size_t byteC
 
 struct Bitmap {
     explicit Bitmap(const Bytes& image)
-        : bytes(image), headerBytes(Number(image, 0, 4)), width(Number(image, 4, 4)), height(Number(image, 8, 4) / 2),
-          bits(Number(image, 14, 2)), colors(Number(image, 32, 4)) {
-        if (colors == 0 && bits <= 8)
-            colors = 1u << bits;
+        : bytes(image), headerBytes(Number(image, 0, 4)), bits(Number(image, 14, 2)), colors(Number(image, 32, 4)) {
+        const double columns = static_cast<std::int32_t>(Number(image, 4, 4));
+        width = static_cast<std::uint32_t>(std::abs(columns));
+        // Half of the rows are the mask's. A shift rounds down, also below 0.
+        const double rows = std::floor(static_cast<std::int32_t>(Number(image, 8, 4)) / 2.0);
+        isTopDown = rows < 0;
+        height = static_cast<std::uint32_t>(std::abs(rows));
+        if (bits <= 8)
+            colors = colors == 0 ? 1u << bits : std::min(colors, 1u << bits);
     }
 
     std::size_t RowBytes(std::size_t depth) const { return (width * depth + 31) / 32 * 4; }
@@ -30,12 +36,13 @@ struct Bitmap {
     bool HasMask() const { return MaskOffset() + RowBytes(1) * height <= bytes.size(); }
 
     std::uint32_t Stored(std::uint32_t x, std::uint32_t y) const {
-        const std::size_t row = PixelOffset() + RowBytes(bits) * (height - 1 - y);
+        const std::size_t row = PixelOffset() + RowBytes(bits) * (isTopDown ? y : height - 1 - y);
         if (bits >= 8)
             return Number(bytes, row + x * bits / 8, bits / 8);
         const std::size_t bit = std::size_t{x} * bits;
         return Number(bytes, row + bit / 8, 1) >> (8 - bits - bit % 8) & ((1u << bits) - 1);
     }
+    /// The lowest row of the mask comes first in any case.
     bool IsMasked(std::uint32_t x, std::uint32_t y) const {
         const std::size_t row = MaskOffset() + RowBytes(1) * (height - 1 - y);
         return (Number(bytes, row + x / 8, 1) >> (7 - x % 8) & 1) != 0;
@@ -45,7 +52,7 @@ struct Bitmap {
     std::uint32_t Pixel(std::uint32_t x, std::uint32_t y) const {
         const std::uint32_t stored = Stored(x, y);
         if (bits <= 8)
-            return Number(bytes, headerBytes + 4 * std::size_t{stored}, 4);
+            return stored < colors ? Number(bytes, headerBytes + 4 * std::size_t{stored}, 4) : 0;
         if (bits == 16) {
             const auto wide = [stored](int shift) {
                 return static_cast<std::uint32_t>(std::floor((stored >> shift & 31) * 255.0 / 31 + 0.5));
@@ -56,7 +63,8 @@ struct Bitmap {
     }
 
     const Bytes& bytes;
-    std::uint32_t headerBytes, width, height, bits, colors;
+    std::uint32_t headerBytes, bits, colors, width = 0, height = 0;
+    bool isTopDown = false;
 };
 
 } // namespace
@@ -66,7 +74,9 @@ IcoReference DecodeIconImage(const Bytes& image) {
     if (png.isDecoded)
         return {true, png.width, png.height, png.samples};
     const Bitmap bitmap(image);
-    if (bitmap.headerBytes != 40 || Number(image, 16, 4) != 0 || bitmap.bits == 0 || bitmap.bits > 32 ||
+    constexpr std::uint32_t depths[] = {1, 2, 4, 8, 16, 24, 32};
+    if (bitmap.headerBytes != 40 || Number(image, 16, 4) != 0 || bitmap.width == 0 || bitmap.height == 0 ||
+        std::find(std::begin(depths), std::end(depths), bitmap.bits) == std::end(depths) ||
         bitmap.MaskOffset() > image.size())
         return {};
     IcoReference result{true, bitmap.width, bitmap.height, {}};

@@ -4,6 +4,7 @@
 """
 
 import argparse
+import os
 import shutil
 import struct
 import subprocess
@@ -12,6 +13,7 @@ import tempfile
 import time
 import traceback
 from pathlib import Path
+from random import Random
 
 ROOT = Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "samples"), str(ROOT / "tests" / "window"), str(ROOT / "tools" / "checks")]
@@ -26,6 +28,10 @@ RENDER = PROGRAMS / "render"
 
 class Failure(Exception):
     """The program did something else than it should."""
+
+
+class Skipped(Exception):
+    """What the test needs is not there."""
 
 
 def Equal(has, wants, what):
@@ -106,6 +112,105 @@ def TestDecodeGivesEveryImageOfAnIcon(folder):
 
 def Opaque(pixels):
     return b"".join(bytes((blue, green, red, 255)) for red, green, blue in pixels)
+
+
+def PythonWithPillow():
+    for python in (sys.executable, "/usr/bin/python3"):
+        if Path(python).exists() and subprocess.run([python, "-c", "import PIL"], capture_output=True,
+                                                    check=False).returncode == 0:
+            return python
+    raise Skipped("no Python here has Pillow")
+
+
+def PillowImages(path, folder):
+    """{number: (width, height, pixels)} of the images that Pillow reads."""
+    script = ROOT / "tests" / "tools" / "icon_by_pillow.py"
+    result = subprocess.run([PythonWithPillow(), script, path, folder], capture_output=True, text=True, check=False)
+    Equal((result.returncode, result.stderr), (0, ""), f"Pillow on {path}")
+    return {number: (width, height, Path(folder, str(number)).read_bytes())
+            for number, width, height in (map(int, line.split()) for line in result.stdout.splitlines())}
+
+
+def EntryData(file, number):
+    size, offset = struct.unpack_from("<II", file, 6 + 16 * (number - 1) + 8)
+    return file[offset:offset + size]
+
+
+def WithMask(data, width, height, pixels):
+    """Pillow does not look at the mask of a bitmap that has an alpha channel."""
+    if len(data) < 40 or data[:8].startswith(b"\x89PNG") or struct.unpack_from("<H", data, 14)[0] != 32:
+        return pixels
+    result, stride = bytearray(pixels), (width + 31) // 32 * 4
+    mask = data[40 + 4 * width * height:]
+    if len(mask) < stride * height:
+        return pixels
+    for y in range(height):
+        for x in range(width):
+            isSet = mask[(height - 1 - y) * stride + x // 8] >> (7 - x % 8) & 1
+            alpha = 4 * (y * width + x) + 3
+            result[alpha] = 0 if isSet else result[alpha] or 255
+    return bytes(result)
+
+
+def CompareWithPillow(path, folder):
+    """How many images were compared."""
+    file, images = Path(path).read_bytes(), PillowImages(path, folder)
+    for number, (width, height, wanted) in images.items():
+        fields, pixels = Decode(path, folder, "--image", str(number))
+        what = f"image {number} of {path}"
+        Equal((fields["width"], fields["height"]), (str(width), str(height)), what)
+        data = EntryData(file, number)
+        pixels = b"".join(bytes((red, green, blue, alpha)) for blue, green, red, alpha in struct.iter_unpack("4B", pixels))
+        wanted = WithMask(data, width, height, wanted)
+        # Colours of 16 bits are cut off there, and rounded here.
+        if fields["bitsPerPixel"] == "16" and not data.startswith(b"\x89PNG"):
+            Equal(all(0 <= has - wants <= 1 for has, wants in zip(pixels, wanted, strict=True)), True, what)
+        else:
+            Equal(pixels == wanted, True, what)
+    return len(images)
+
+
+def DrawnBitmap(side, bits, isTopDown):
+    """Header, palette, rows and mask drawn by lot."""
+    width, height = side, side + 3
+    random = Random(1000 * bits + side)
+    header = struct.pack("<IiiHHIIiiII", 40, width, 2 * height * (-1 if isTopDown else 1), 1, bits, 0, 0, 0, 0, 0, 0)
+    palette = b"".join(random.randbytes(3) + b"\0" for _ in range(1 << bits)) if bits <= 8 else b""
+    rows = bytearray(random.randbytes((width * bits + 31) // 32 * 4 * height))
+    if bits == 32:
+        # Of every kind: without alpha, opaque and in between.
+        for i in range(3, len(rows), 4):
+            rows[i] = random.choice((0, 255, rows[i]))
+    return header + palette + rows + random.randbytes((width + 31) // 32 * 4 * height)
+
+
+def TestDrawnIconsAreThoseOfPillow(folder):
+    # Pillow turns the alpha channel of a bitmap that begins with its highest row upside down.
+    images = [(side, side + 3, bits, DrawnBitmap(side, bits, isTopDown))
+              for side in (1, 8, 31, 32, 33, 48) for bits in (1, 4, 8, 16, 24, 32) for isTopDown in (False, True)
+              if not (isTopDown and bits == 32)]
+    images += [(0, 0, 32, (SAMPLES / f"{name}.png").read_bytes())
+               for name in ("png-grey-4bit", "png-palette-1bit", "png-palette-8bit", "png-rgb-8bit-interlaced",
+                            "png-rgba-8bit")]
+    for kind in (1, 2):
+        directory, offset = struct.pack("<HHH", 0, kind, len(images)), 6 + 16 * len(images)
+        for width, height, bits, data in images:
+            directory += struct.pack("<BBBBHHII", width, height, 0, 0, 1, bits, len(data), offset)
+            offset += len(data)
+        path = Path(folder, ("drawn.ico", "drawn.cur")[kind - 1])
+        path.write_bytes(directory + b"".join(data for *_, data in images))
+        Equal(CompareWithPillow(path, folder), len(images), "compared images")
+
+
+def TestSharedIconsAreThoseOfPillow(folder):
+    if not os.environ.get("VARNOLITE_CORPUS"):
+        raise Skipped("VARNOLITE_CORPUS names no folder with the shared pictures")
+    compared = 0
+    for path in sorted(Path(os.environ["VARNOLITE_CORPUS"], "ico", "valid").glob("*/*.[ci]*")):
+        # Their directories give the image a few bytes only.
+        if path.name not in ("mask_1.cur", "mask_L.cur"):
+            compared += CompareWithPillow(path, folder)
+    Equal(compared > 40, True, f"compared images: {compared}")
 
 
 def TestDecodeGivesEveryFrameOfAGif(folder):
@@ -256,17 +361,18 @@ def Main():
     for test in TESTS:
         if arguments.names and test.__name__ not in arguments.names:
             continue
-        start, reason = time.monotonic(), ""
+        start, outcome, reason = time.monotonic(), "passed", ""
         with tempfile.TemporaryDirectory() as folder:
             try:
                 test(folder)
+            except Skipped as missing:
+                outcome, reason = "skipped", str(missing)
             except Exception as failure:  # pylint: disable=broad-except
                 if not isinstance(failure, Failure):
                     traceback.print_exc()
-                reason = str(failure) or repr(failure)
-        failed = failed or bool(reason)
-        outcomes.Report(arguments.results, "failed" if reason else "passed", f"tools {test.__name__}",
-                        time.monotonic() - start, reason)
+                outcome, reason = "failed", str(failure) or repr(failure)
+        failed = failed or outcome == "failed"
+        outcomes.Report(arguments.results, outcome, f"tools {test.__name__}", time.monotonic() - start, reason)
     return 1 if failed else 0
 
 
