@@ -49,7 +49,7 @@ public:
 /// The one that the directory names. Raises Exception with the reason where there is none.
 std::unique_ptr<const Decompression> MakeDecompression(const Directory& directory, const Layout& layout);
 
-/// Whether tiles become bytes of red, green and blue, or of one sample, whatever the file has: JPEG and YCbCr.
+/// Whether tiles become bytes whatever the file has: JPEG, and YCbCr, of which red, green and blue are made.
 bool MakesPlainBytes(const Layout& layout);
 
 } // namespace ET::Img::Tif

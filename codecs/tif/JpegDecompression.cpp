@@ -34,12 +34,19 @@ Bytes Joined(std::span<const std::uint8_t> tables, std::span<const std::uint8_t>
     return joined;
 }
 
+/// What the decoder of a tile makes of its components: they are converted where the file says YCbCr, and stay what
+/// they are in all other cases.
+std::uint16_t ConversionFor(const Layout& layout) {
+    const bool isKnown = layout.photometric == Photometric::YCbCr || layout.photometric == Photometric::Cmyk;
+    return static_cast<std::uint16_t>(isKnown ? layout.photometric : Photometric::Rgb);
+}
+
 /// A decoder that writes what a tile has room for.
 class JpegTiles : public Decompression {
 public:
     JpegTiles(const Directory& directory, const Layout& layout)
         : m_imagePixels(std::uint64_t(layout.width) * layout.height), m_samples(layout.SamplesInTile()),
-          m_photometric(static_cast<std::uint16_t>(layout.photometric)),
+          m_isGrey(m_samples == 1 && layout.photometric != Photometric::Rgb), m_conversion(ConversionFor(layout)),
           m_restartInterval(
               static_cast<std::uint16_t>(directory.Integer(Tag::JPEGRestartInterval).value_or(0) & 0xFFFF)) {
         const std::span<const std::uint8_t> tables = directory.Bytes(Tag::JPEGTables);
@@ -65,8 +72,8 @@ protected:
     void DecodeFile(std::span<const std::uint8_t> file, const TileShape& shape, TileBuffer& target) const {
         JPGDecoder decoder(
             Quorvex::MakeShared<Quorvex::MemoryStream>(file.data(), static_cast<std::uint32_t>(file.size())));
-        if (m_samples != 1 || m_photometric == Photometric::Rgb)
-            decoder.SetPhotometric(m_photometric);
+        if (!m_isGrey)
+            decoder.SetPhotometric(m_conversion);
         decoder.SetRestartInterval(m_restartInterval);
         decoder.SetWorkerCount(1);
         const ImageInfo info = decoder.GetInfo(0);
@@ -75,7 +82,7 @@ protected:
         image->Allocate(info.Width, info.Height, info.AllocatedWidth, info.AllocatedHeight);
         decoder.Load(image, 0);
         if (decoder.IsIncomplete())
-            throw Quorvex::Exception();
+            throw Quorvex::Exception("damaged JPEG data");
         CopyRows(*image, shape, target.Take(shape.Bytes()));
     }
 
@@ -88,7 +95,7 @@ private:
         const std::uint64_t spare = (tolerance + imageFactor * m_imagePixels) / shape.tileCount;
         if (info.ColorType != Quorvex::Data::ColorTypeEnum::BGRAUInt8 || info.Width < shape.visibleColumns ||
             info.Height < shape.rows || pixels > spare + tileFactor * shape.columns * shape.rows)
-            throw Quorvex::Exception();
+            throw Quorvex::Exception("JPEG data of another size or depth");
     }
 
     void CopyRows(ImageBase& image, const TileShape& shape, std::uint8_t* target) const {
@@ -111,7 +118,8 @@ private:
 
     std::uint64_t m_imagePixels;
     std::uint32_t m_samples;
-    std::uint16_t m_photometric;
+    bool m_isGrey;
+    std::uint16_t m_conversion;
     std::uint16_t m_restartInterval;
     Bytes m_tables;
 };

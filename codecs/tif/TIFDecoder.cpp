@@ -51,8 +51,10 @@ SharedPtr<ImageBase> TIFDecoderImpl::Load(const SharedPtr<ImageBase>& target, st
     SetPixelAspect(directory, *target);
     ReportIgnoredSamples(layout);
     target->HasAlpha = layout.isAlphaTold ? 1 : 0;
-    if (!DecodeTiles(directory, layout, *target, m_workerCount))
+    const TileOutcome outcome = DecodeTiles(directory, layout, *target, m_workerCount);
+    if (!outcome.isWhole)
         *Incomplete = true;
+    ReportDamage(outcome.reason);
     return target;
 }
 
@@ -67,6 +69,13 @@ void TIFDecoderImpl::ReportIgnoredSamples(const Layout& layout) const {
         return;
     m_logger->Log({Quorvex::String("TIFF: Die Pixel haben weitere Werte, die nicht angezeigt werden"),
                    Quorvex::String("TIFF: The pixels have more samples, which are not shown")});
+}
+
+void TIFDecoderImpl::ReportDamage(const Quorvex::String& reason) const {
+    if (reason.IsEmpty() || !m_logger)
+        return;
+    m_logger->Log({Quorvex::String(u"TIFF: Ein Teil des Bildes ist beschädigt: ") + reason,
+                   Quorvex::String("TIFF: A part of the image is damaged: ") + reason});
 }
 
 SharedPtr<ImageBase> TIFDecoder::Load(const SharedPtr<ImageBase>& target, std::uint32_t index) {

@@ -34,6 +34,7 @@ private:
     void ReadFile(Quorvex::StreamBuffer& buffer) const;
     void SetPixelAspect(const Tif::Directory& directory, ImageBase& target) const;
     void ReportIgnoredSamples(const Tif::Layout& layout) const;
+    void ReportDamage(const Quorvex::String& reason) const;
 
     SharedPtr<Quorvex::Stream> m_stream;
     SharedPtr<Quorvex::ILogger> m_logger;

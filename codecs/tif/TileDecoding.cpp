@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <limits>
+#include <mutex>
 #include <optional>
 
 namespace ET::Img::Tif {
@@ -54,11 +55,15 @@ public:
     /// Null for a plane that cannot be decoded.
     std::vector<const std::uint8_t*> Decode(std::uint64_t tile, const TileGrid::Place& place) {
         const TileShape shape{m_grid.GetTileWidth(), place.columns, place.rows, m_format.RowBytes(), m_grid.GetCount()};
+        m_reason = {};
         std::vector<const std::uint8_t*> rows(m_planes.size());
         for (std::size_t i = 0; i < m_planes.size(); ++i)
             rows[i] = DecodePlane(tile, i, shape);
         return rows;
     }
+
+    /// Why a plane of the last tile could not be decoded; empty where nothing is known.
+    const Quorvex::String& GetReason() const { return m_reason; }
 
 private:
     const std::uint8_t* DecodePlane(std::uint64_t tile, std::size_t i, const TileShape& shape) {
@@ -74,7 +79,9 @@ private:
             if (m_decompression.Decode(source, shape, m_buffers[i]) == Decompression::Outcome::Damaged)
                 m_isDamaged = true;
             return m_buffers[i].Get();
-        } catch (const Quorvex::Exception&) {
+        } catch (const Quorvex::Exception& failure) {
+            if (m_reason.IsEmpty())
+                m_reason = failure.what();
             return nullptr;
         }
     }
@@ -87,6 +94,7 @@ private:
     std::vector<std::uint32_t> m_planes;
     std::vector<TileBuffer> m_buffers;
     bool m_isDamaged = false;
+    Quorvex::String m_reason;
 };
 
 /// All tiles, taken by any number of threads.
@@ -99,13 +107,13 @@ public:
           m_conversion(directory, layout),
           m_lock(Quorvex::Data::SampleTraits<Sample>::LockIn(target, Quorvex::Data::LockMode::ReadWrite)) {}
 
-    bool Run(std::uint32_t workerCount) {
+    TileOutcome Run(std::uint32_t workerCount) {
         if (m_grid.GetStoredCount() < m_grid.GetCount()) {
             m_isIncomplete = true;
             Clear({0, 0, m_lock.Width, m_lock.Height});
         }
         ShareWork(workerCount, [this] { Work(); });
-        return !m_isIncomplete;
+        return {!m_isIncomplete, m_reason};
     }
 
 private:
@@ -119,6 +127,8 @@ private:
             const auto missing = static_cast<std::size_t>(std::count(planes.begin(), planes.end(), nullptr));
             if (missing != 0 || bytes.IsDamaged())
                 m_isIncomplete = true;
+            if (!bytes.GetReason().IsEmpty())
+                Keep(bytes.GetReason(), tile);
             if (missing == planes.size()) {
                 Clear(place);
                 continue;
@@ -127,6 +137,15 @@ private:
                 painter.emplace(m_layout, m_format, std::min(m_grid.GetTileWidth(), m_layout.width), m_conversion,
                                 m_lock);
             painter->Paint(place, planes);
+        }
+    }
+
+    /// That of the first tile, whoever meets it.
+    void Keep(const Quorvex::String& reason, std::uint64_t tile) {
+        const std::lock_guard lock(m_mutex);
+        if (tile < m_reasonTile) {
+            m_reason = reason;
+            m_reasonTile = tile;
         }
     }
 
@@ -143,11 +162,14 @@ private:
     const Quorvex::Data::Lock<Sample> m_lock;
     std::atomic<std::uint64_t> m_next = 0;
     std::atomic<bool> m_isIncomplete = false;
+    std::mutex m_mutex;
+    Quorvex::String m_reason;
+    std::uint64_t m_reasonTile = std::numeric_limits<std::uint64_t>::max();
 };
 
 template <class Sample>
-bool DecodeAs(const Directory& directory, const Layout& layout, const TileGrid& grid,
-              const Decompression& decompression, Quorvex::Data::ImageBase& target, std::uint32_t workerCount) {
+TileOutcome DecodeAs(const Directory& directory, const Layout& layout, const TileGrid& grid,
+                     const Decompression& decompression, Quorvex::Data::ImageBase& target, std::uint32_t workerCount) {
     using Channel = typename Quorvex::Data::ChannelOf<Sample>::Type;
     const std::uint32_t workers = WorkersFor(layout, grid, workerCount);
     if constexpr (Quorvex::Data::SampleTraits<Sample>::isColor &&
@@ -160,8 +182,8 @@ bool DecodeAs(const Directory& directory, const Layout& layout, const TileGrid& 
 
 } // namespace
 
-bool DecodeTiles(const Directory& directory, const Layout& layout, Quorvex::Data::ImageBase& target,
-                 std::uint32_t workerCount) {
+TileOutcome DecodeTiles(const Directory& directory, const Layout& layout, Quorvex::Data::ImageBase& target,
+                        std::uint32_t workerCount) {
     const std::unique_ptr<const Decompression> decompression = MakeDecompression(directory, layout);
     std::optional<std::vector<std::uint8_t>> interchange;
     if (layout.compression == Compression::OldJpeg)

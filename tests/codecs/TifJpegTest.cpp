@@ -1,3 +1,5 @@
+#include "data/Image.h"
+#include "foundation/LocalLogger.h"
 #include "tests/codecs/JpgSegments.h"
 #include "tests/codecs/LibtiffFile.h"
 #include "tests/codecs/TifLoad.h"
@@ -84,6 +86,44 @@ TEST(TifJpeg, FramesOfOtherSizes) {
     EXPECT_FALSE(TifLoad(recipe.Build()).decoder.IsIncomplete()) << "the last strip is longer than the image";
     recipe.width = 9;
     EXPECT_TRUE(TifLoad(recipe.Build()).decoder.IsIncomplete()) << "too narrow";
+}
+
+/// The messages that decoding the file brings.
+std::vector<Quorvex::BilingualText> MessagesOf(const Bytes& file, std::uint32_t workerCount) {
+    ET::Img::TIFDecoder decoder(Quorvex::MakeShared<TestStream>(file, TestStream::Manner::Memory));
+    const auto logger = Quorvex::MakeShared<Quorvex::LocalLogger>();
+    decoder.SetLogger(logger);
+    decoder.SetWorkerCount(workerCount);
+    const ET::Img::ImageInfo info = decoder.GetInfo(0);
+    decoder.Load(Quorvex::Data::CreateImage(info.ColorType, info.Width, info.Height), 0);
+    return logger->GetMessages();
+}
+
+TEST(TifJpeg, WhatDamagesTheFirstStripIsLogged) {
+    const Bytes headers = start + FlatQuantisation();
+    using Quorvex::String;
+    const std::vector<std::pair<Bytes, String>> damages{
+        {{1, 2, 3}, "Missing Start Of Image"},
+        {headers + end, "Missing Start Of Frame!"},
+        {GreyFileUpToItsData(8, 8), "damaged JPEG data"},
+        {GreyFileUpToItsData(7, 8) + FlatBlocks({1}) + end, "JPEG data of another size or depth"}};
+    for (const auto& [bytes, reason] : damages)
+        for (const bool isWhole : {false, true})
+            for (const std::uint32_t workers : {1u, 8u}) {
+                TifRecipe recipe = Flat();
+                recipe.tiles = {isWhole ? FlatJpeg(64) : bytes, bytes};
+                const Bytes file = recipe.Build();
+                const auto messages = MessagesOf(file, workers);
+                ASSERT_EQ(messages.size(), 1u);
+                EXPECT_EQ(messages[0][0], String(u"TIFF: Ein Teil des Bildes ist beschädigt: ") + reason);
+                EXPECT_EQ(messages[0][1], String("TIFF: A part of the image is damaged: ") + reason);
+                EXPECT_TRUE(TifLoad(file).decoder.IsIncomplete());
+            }
+    EXPECT_TRUE(MessagesOf(Flat().Build(), 1).empty());
+    TifRecipe recipe = Flat();
+    recipe.tiles = {damages[0].first, damages[1].first};
+    EXPECT_EQ(MessagesOf(recipe.Build(), 8)[0][1], String("TIFF: A part of the image is damaged: ") + damages[0].second)
+        << "the first of several";
 }
 
 TEST(TifJpeg, OldFilesInInterchangeFormat) {
@@ -223,6 +263,36 @@ TEST(TifJpeg, YCbCrOfLibtiff) {
             // Where chrominance is shared, libjpeg makes it smooth between its samples.
             EXPECT_LE(LargestDifference(file, LibtiffFile::ReadColors(file)), factor == 1 ? 4 : 16) << factor;
         }
+}
+
+/// Blocks of one sample each: nothing is left to rounding.
+Bytes FlatBlocksOf(const LibtiffFile::Format& format) {
+    Bytes rows;
+    for (std::uint32_t y = 0; y < format.height; ++y)
+        for (std::uint32_t x = 0; x < format.width; ++x)
+            for (std::uint32_t s = 0; s < format.samples; ++s)
+                rows.push_back(static_cast<std::uint8_t>((x / 8 * 37 + y / 8 * 91 + s * 60) % 256));
+    return rows;
+}
+
+TEST(TifJpeg, OnlyYCbCrIsConverted) {
+    for (const auto& [samples, photometric] : std::vector<std::pair<std::uint16_t, std::uint16_t>>{
+             {std::uint16_t{3}, std::uint16_t{8}}, {3, 0}, {3, 1}, {4, 0}, {4, 1}, {3, 2}, {4, 2}, {4, 5}}) {
+        const LibtiffFile::Format format = JpegFormat(samples, photometric, 0, false);
+        const Bytes file = LibtiffFile::Write(format, FlatBlocksOf(format));
+        LibtiffFile::Format found;
+        const Bytes stored = LibtiffFile::Read(file, 0, found);
+        ASSERT_EQ(stored.size(), FlatBlocksOf(format).size());
+        // The same samples without compression.
+        TifRecipe plain;
+        plain.width = format.width;
+        plain.height = format.height;
+        plain.samples = samples;
+        plain.photometric = photometric;
+        plain.values.assign(stored.begin(), stored.end());
+        EXPECT_EQ(TifLoad(file).Memory(), TifLoad(plain.Build()).Memory())
+            << samples << " samples of photometric " << photometric;
+    }
 }
 
 TEST(TifJpeg, InksOfLibtiff) {
