@@ -132,7 +132,8 @@ std::unique_ptr<const Decompression> InFillOrder(const Layout& layout, std::uniq
     return made;
 }
 
-std::unique_ptr<const Decompression> MakeForScheme(const Directory& directory, const Layout& layout) {
+std::unique_ptr<const Decompression> MakeForScheme(const Directory& directory, const Layout& layout,
+                                                   bool isInterchange) {
     switch (layout.compression) {
     case Compression::None:
         return InFillOrder(layout, std::make_unique<StoredBytes>());
@@ -145,7 +146,7 @@ std::unique_ptr<const Decompression> MakeForScheme(const Directory& directory, c
         return InFillOrder(layout, std::make_unique<PackedBits>());
     case Compression::OldJpeg:
     case Compression::Jpeg:
-        return MakeJpegDecompression(directory, layout);
+        return MakeJpegDecompression(directory, layout, isInterchange);
     default:
         Refuse(layout.compression);
     }
@@ -185,8 +186,9 @@ bool MakesPlainBytes(const Layout& layout) {
     return layout.IsJpeg() || layout.photometric == Photometric::YCbCr;
 }
 
-std::unique_ptr<const Decompression> MakeDecompression(const Directory& directory, const Layout& layout) {
-    std::unique_ptr<const Decompression> made = MakeForScheme(directory, layout);
+std::unique_ptr<const Decompression> MakeDecompression(const Directory& directory, const Layout& layout,
+                                                       bool isInterchange) {
+    std::unique_ptr<const Decompression> made = MakeForScheme(directory, layout, isInterchange);
     if (IsUnknownColorSpace(layout.photometric))
         throw Quorvex::Exception();
     if (layout.photometric != Photometric::YCbCr)

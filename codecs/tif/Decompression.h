@@ -13,6 +13,7 @@ struct TileShape {
     std::uint32_t rows;           ///< That lie in the image; the others are of no use.
     std::uint64_t rowBytes;
     std::uint64_t tileCount = 1; ///< Of the image.
+    std::uint32_t plane = 0;     ///< That the tile is of.
 
     std::uint64_t Bytes() const { return rowBytes * rows; }
 };
@@ -46,8 +47,10 @@ public:
     virtual std::uint64_t LargestSize(std::uint64_t sourceSize, const TileShape& shape) const = 0;
 };
 
-/// The one that the directory names. Raises Exception with the reason where there is none.
-std::unique_ptr<const Decompression> MakeDecompression(const Directory& directory, const Layout& layout);
+/// The one that the directory names; an interchange file is whole by itself. Raises Exception with the reason where
+/// there is none.
+std::unique_ptr<const Decompression> MakeDecompression(const Directory& directory, const Layout& layout,
+                                                       bool isInterchange);
 
 /// Whether tiles become bytes whatever the file has: JPEG, and YCbCr, of which red, green and blue are made.
 bool MakesPlainBytes(const Layout& layout);

@@ -3,6 +3,7 @@
 #include "codecs/jpg/JPGDecoder.h"
 #include "codecs/tif/OldJpeg.h"
 #include "codecs/tif/Tags.h"
+#include "codecs/tif/YCbCrBlocks.h"
 #include "data/Image.h"
 #include "data/MemoryStream.h"
 #include "foundation/Exception.h"
@@ -84,6 +85,9 @@ protected:
         if (decoder.IsIncomplete())
             throw Quorvex::Exception("damaged JPEG data");
         CopyRows(*image, shape, target.Take(shape.Bytes()));
+        // The decoder shows samples of lossless frames as they are.
+        if (m_conversion == Photometric::YCbCr && IsLosslessJpeg(file))
+            ConvertRows(shape, target.Take(shape.Bytes()));
     }
 
 private:
@@ -116,6 +120,12 @@ private:
         }
     }
 
+    static void ConvertRows(const TileShape& shape, std::uint8_t* target) {
+        for (std::uint32_t y = 0; y < shape.rows; ++y, target += shape.rowBytes)
+            for (std::uint8_t* rgb = target; rgb != target + std::size_t{3} * shape.visibleColumns; rgb += 3)
+                ConvertYCbCr(rgb[0], rgb[1], rgb[2], rgb);
+    }
+
     std::uint64_t m_imagePixels;
     std::uint32_t m_samples;
     bool m_isGrey;
@@ -133,7 +143,7 @@ public:
     Outcome Decode(std::span<const std::uint8_t> source, const TileShape& shape, TileBuffer& target) const override {
         if (StartsJpeg(source))
             return JpegTiles::Decode(source, shape, target);
-        DecodeFile(m_headers.FileOf(source, shape.columns, shape.rows), shape, target);
+        DecodeFile(m_headers.FileOf(source, shape.columns, shape.rows, shape.plane), shape, target);
         return Outcome::Whole;
     }
 
@@ -143,13 +153,14 @@ private:
 
 } // namespace
 
-std::unique_ptr<const Decompression> MakeJpegDecompression(const Directory& directory, const Layout& layout) {
+std::unique_ptr<const Decompression> MakeJpegDecompression(const Directory& directory, const Layout& layout,
+                                                           bool isInterchange) {
     if (layout.bits != 8)
         throw Quorvex::Exception("JPEG compression with BitsPerSample!=8 is not supported");
     const std::uint32_t samples = layout.SamplesInTile();
     if (layout.format != SampleFormat::Unsigned || samples == 2 || samples > 4)
         throw Quorvex::Exception();
-    if (layout.compression == Compression::OldJpeg)
+    if (layout.compression == Compression::OldJpeg && !isInterchange)
         return std::make_unique<OldJpegTiles>(directory, layout);
     return std::make_unique<JpegTiles>(directory, layout);
 }

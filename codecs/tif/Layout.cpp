@@ -38,6 +38,14 @@ SampleFormat FormatOf(std::uint32_t number) {
                                      : SampleFormat::Unsigned;
 }
 
+/// Programs that wrote old JPEG left the tag out, and took colours for granted.
+std::uint32_t DefaultSamples(const Directory& directory, std::uint32_t compression) {
+    if (compression != Compression::OldJpeg)
+        return 1;
+    const std::uint32_t photometric = directory.Integer(Tag::PhotometricInterpretation).value_or(Photometric::YCbCr);
+    return photometric == Photometric::Rgb || photometric == Photometric::YCbCr ? 3 : 1;
+}
+
 /// Old fax programs leave out that ink is 1.
 std::uint32_t DefaultPhotometric(const Layout& layout) {
     if (layout.samples >= 3)
@@ -66,6 +74,8 @@ Layout::Layout(const Directory& directory) : order(directory.GetNumbers().GetOrd
     compression = directory.Integer(Tag::Compression).value_or(Compression::None);
     // Coefficients and runs are no samples, whatever a program has left in the tag.
     predictor = IsJpeg() || IsFax() ? 1 : directory.Integer(Tag::Predictor).value_or(1);
+    constexpr std::uint32_t losslessProcess = 14;
+    isOldLossless = compression == Compression::OldJpeg && directory.Integer(Tag::JPEGProc) == losslessProcess;
     isFillReversed = directory.Integer(Tag::FillOrder).value_or(1) == 2;
     ReadSamples(directory);
     ReadPhotometric(directory);
@@ -75,7 +85,7 @@ Layout::Layout(const Directory& directory) : order(directory.GetNumbers().GetOrd
 }
 
 void Layout::ReadSamples(const Directory& directory) {
-    samples = directory.Integer(Tag::SamplesPerPixel).value_or(1);
+    samples = directory.Integer(Tag::SamplesPerPixel).value_or(DefaultSamples(directory, compression));
     Require(samples >= 1 && samples <= 0xFFFF);
     isPlanar = samples > 1 && directory.Integer(Tag::PlanarConfiguration).value_or(1) != 1;
     const std::vector<std::uint32_t> depths = OfSamples(directory, Tag::BitsPerSample, samples);
@@ -89,6 +99,11 @@ void Layout::ReadSamples(const Directory& directory) {
 
 void Layout::ReadPhotometric(const Directory& directory) {
     photometric = directory.Integer(Tag::PhotometricInterpretation).value_or(DefaultPhotometric(*this));
+    // Programs that wrote old JPEG named the colours that they had begun with, or none; libtiff takes them so too. What
+    // lies in planes, and what is to lose nothing, was not converted.
+    const bool isConverted = compression == Compression::OldJpeg && samples == 3 && !isPlanar && !isOldLossless;
+    if (photometric == Photometric::Rgb && isConverted)
+        photometric = Photometric::YCbCr;
     switch (photometric) {
     case Photometric::Cmyk:
     case Photometric::YCbCr:

@@ -42,9 +42,10 @@ struct Layout {
     std::uint32_t samples; ///< Per pixel, 1 to 65535.
     SampleFormat format = SampleFormat::Unsigned;
     std::uint32_t compression;
-    std::uint32_t predictor; ///< 1 to 3; 1 where the scheme knows of no differences.
-    bool isFillReversed;     ///< The first bit of a byte is its lowest.
-    bool isPlanar;           ///< Each sample lies in tiles of its own.
+    std::uint32_t predictor;    ///< 1 to 3; 1 where the scheme knows of no differences.
+    bool isOldLossless = false; ///< Old JPEG with differences in place of coefficients.
+    bool isFillReversed;        ///< The first bit of a byte is its lowest.
+    bool isPlanar;              ///< Each sample lies in tiles of its own.
     std::uint32_t photometric;
     std::uint32_t colorSamples; ///< The first of them, which make the colour: 1, 3 or 4.
     bool isColor;               ///< The image is BGRA.

@@ -54,11 +54,13 @@ public:
 
     /// Null for a plane that cannot be decoded.
     std::vector<const std::uint8_t*> Decode(std::uint64_t tile, const TileGrid::Place& place) {
-        const TileShape shape{m_grid.GetTileWidth(), place.columns, place.rows, m_format.RowBytes(), m_grid.GetCount()};
+        TileShape shape{m_grid.GetTileWidth(), place.columns, place.rows, m_format.RowBytes(), m_grid.GetCount()};
         m_reason = {};
         std::vector<const std::uint8_t*> rows(m_planes.size());
-        for (std::size_t i = 0; i < m_planes.size(); ++i)
+        for (std::size_t i = 0; i < m_planes.size(); ++i) {
+            shape.plane = m_planes[i];
             rows[i] = DecodePlane(tile, i, shape);
+        }
         return rows;
     }
 
@@ -184,13 +186,18 @@ TileOutcome DecodeAs(const Directory& directory, const Layout& layout, const Til
 
 TileOutcome DecodeTiles(const Directory& directory, const Layout& layout, Quorvex::Data::ImageBase& target,
                         std::uint32_t workerCount) {
-    const std::unique_ptr<const Decompression> decompression = MakeDecompression(directory, layout);
     std::optional<std::vector<std::uint8_t>> interchange;
     if (layout.compression == Compression::OldJpeg)
-        interchange = ReadInterchangeFormat(directory);
-    const TileGrid grid = interchange ? TileGrid(directory, layout, *interchange) : TileGrid(directory, layout);
+        interchange = ReadInterchangeFormat(directory, layout);
+    // Such a file has all components, however the strips lie. Planes of YCbCr are refused either way.
+    Layout stored = layout;
+    if (interchange && layout.photometric != Photometric::YCbCr)
+        stored.isPlanar = false;
+    const std::unique_ptr<const Decompression> decompression =
+        MakeDecompression(directory, stored, interchange.has_value());
+    const TileGrid grid = interchange ? TileGrid(directory, stored, *interchange) : TileGrid(directory, stored);
     return Quorvex::Data::Dispatch(target.ColorType, "unknown color type", [&](auto tag) {
-        return DecodeAs<typename decltype(tag)::Sample>(directory, layout, grid, *decompression, target, workerCount);
+        return DecodeAs<typename decltype(tag)::Sample>(directory, stored, grid, *decompression, target, workerCount);
     });
 }
 
