@@ -12,6 +12,10 @@ namespace LibtiffFile {
 
 namespace {
 
+std::uint32_t TileHeightOf(const Format& format) {
+    return format.tileHeight != 0 ? format.tileHeight : format.tileSize;
+}
+
 void SetTags(TIFF* tiff, const Format& format) {
     TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, format.width);
     TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, format.height);
@@ -32,7 +36,7 @@ void SetTags(TIFF* tiff, const Format& format) {
         TIFFSetField(tiff, TIFFTAG_YCBCRSUBSAMPLING, format.chroma.first, format.chroma.second);
     if (format.tileSize != 0) {
         TIFFSetField(tiff, TIFFTAG_TILEWIDTH, format.tileSize);
-        TIFFSetField(tiff, TIFFTAG_TILELENGTH, format.tileSize);
+        TIFFSetField(tiff, TIFFTAG_TILELENGTH, TileHeightOf(format));
     } else {
         TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, format.rowsPerStrip);
     }
@@ -52,14 +56,14 @@ template <class Action>
 void ForEachTile(TIFF* tiff, const Format& format, const Action& action) {
     const std::size_t planeSamples = format.isPlanar ? 1 : format.samples;
     const std::size_t rowBytes = (std::size_t(format.width) * planeSamples * format.bits + 7) / 8;
-    const std::uint32_t size = format.tileSize;
+    const std::uint32_t size = format.tileSize, height = TileHeightOf(format);
     for (std::uint16_t plane = 0; plane < (format.isPlanar ? format.samples : 1); ++plane)
-        for (std::uint32_t y = 0; y < format.height; y += size)
+        for (std::uint32_t y = 0; y < format.height; y += height)
             for (std::uint32_t x = 0; x < format.width; x += size) {
                 const std::size_t left = std::size_t(x) * planeSamples * format.bits / 8;
                 const std::size_t tileRowBytes = static_cast<std::size_t>(TIFFTileRowSize(tiff));
                 action(x, y, plane, (std::size_t(plane) * format.height + y) * rowBytes + left,
-                       std::min(tileRowBytes, rowBytes - left), std::min(size, format.height - y), rowBytes,
+                       std::min(tileRowBytes, rowBytes - left), std::min(height, format.height - y), rowBytes,
                        tileRowBytes);
             }
 }
@@ -114,11 +118,8 @@ Bytes Read(const Bytes& bytes, std::uint32_t directory, Format& format) {
     Bytes rows;
     bool isWhole = true;
     if (TIFFIsTiled(tiff.get())) {
-        std::uint32_t tileHeight = 0;
         TIFFGetField(tiff.get(), TIFFTAG_TILEWIDTH, &format.tileSize);
-        TIFFGetField(tiff.get(), TIFFTAG_TILELENGTH, &tileHeight);
-        if (tileHeight != format.tileSize)
-            return {};
+        TIFFGetField(tiff.get(), TIFFTAG_TILELENGTH, &format.tileHeight);
         const std::size_t planeSamples = format.isPlanar ? 1 : format.samples;
         rows.resize(planes * format.height * ((std::size_t(format.width) * planeSamples * format.bits + 7) / 8));
         ForEachTile(tiff.get(), format,
@@ -131,12 +132,17 @@ Bytes Read(const Bytes& bytes, std::uint32_t directory, Format& format) {
     } else {
         const auto rowBytes = static_cast<std::size_t>(TIFFScanlineSize(tiff.get()));
         rows.resize(planes * format.height * rowBytes);
+        std::uint32_t rowsPerStrip = 0;
+        TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_ROWSPERSTRIP, &rowsPerStrip);
+        rowsPerStrip = std::min(rowsPerStrip, format.height);
         for (std::uint16_t plane = 0; plane < planes; ++plane)
-            for (std::uint32_t y = 0; y < format.height; ++y)
-                isWhole =
-                    TIFFReadScanline(tiff.get(), rows.data() + (std::size_t(plane) * format.height + y) * rowBytes, y,
-                                     plane) >= 0 &&
-                    isWhole;
+            for (std::uint32_t y = 0; y < format.height && rowsPerStrip != 0; y += rowsPerStrip) {
+                const auto size = static_cast<tmsize_t>(std::min(rowsPerStrip, format.height - y) * rowBytes);
+                isWhole = TIFFReadEncodedStrip(tiff.get(), TIFFComputeStrip(tiff.get(), y, plane),
+                                               rows.data() + (std::size_t(plane) * format.height + y) * rowBytes,
+                                               size) == size &&
+                          isWhole;
+            }
     }
     return isWhole ? rows : Bytes();
 }
@@ -146,6 +152,8 @@ std::uint64_t SampleOf(const Bytes& rows, const Format& format, std::size_t x, s
     const std::size_t rowBytes = (format.width * together * format.bits + 7) / 8;
     const std::size_t row = (format.isPlanar ? s * format.height : 0) + y;
     const std::size_t bit = row * rowBytes * 8 + (x * together + (format.isPlanar ? 0 : s)) * format.bits;
+    if (8 % format.bits == 0)
+        return rows[bit / 8] >> (8 - format.bits - bit % 8) & ((1u << format.bits) - 1);
     std::uint64_t value = 0;
     if (format.bits % 8 != 0) {
         for (std::size_t i = bit; i < bit + format.bits; ++i)

@@ -23,6 +23,7 @@ struct Format {
     bool isBigEndian = false;
     std::uint16_t extraSample = 0; ///< What the samples behind the colours are; 0: nothing is told.
     std::uint32_t tileSize = 0;    ///< 0: strips.
+    std::uint32_t tileHeight = 0;  ///< 0: as the width.
     std::uint32_t rowsPerStrip = 3;
     /// More tags of a single number, in the order in which libtiff is to learn of them.
     std::vector<std::pair<std::uint32_t, std::uint32_t>> tags{};

@@ -1,6 +1,7 @@
 #include "data/Image.h"
 #include "foundation/Logger.h"
 #include "tests/codecs/TifLoad.h"
+#include "tests/codecs/TifReference.h"
 
 #include <gtest/gtest.h>
 
@@ -231,19 +232,6 @@ TEST(TifColor, CieLabWithoutColourIsGrey) {
     EXPECT_EQ(Load<std::uint8_t>(Row(8, 8, 3, {0, 0, 0})), (std::vector<std::uint8_t>{0, 0, 0, 255}));
 }
 
-/// The range of a byte for sums that count modulo 512: from 384 on they stand for numbers below 0.
-std::uint8_t Ranged(double sum) {
-    const int rounded = static_cast<int>(sum + 0.5);
-    const int rest = (rounded % 512 + 512) % 512;
-    return static_cast<std::uint8_t>(rest >= 384 ? 0 : std::min(rest, 255));
-}
-
-/// Blue, green, red and alpha.
-std::array<std::uint8_t, 4> OfYCbCr(int y, int cb, int cr) {
-    return {Ranged(1.772 * (cb - 128) + y), Ranged(y - 0.344136 * (cb - 128) - 0.714136 * (cr - 128)),
-            Ranged(1.402 * (cr - 128) + y), 255};
-}
-
 TEST(TifColor, YCbCrIsConvertedByItsFormula) {
     TifRecipe recipe = Row(6, 8, 3, {});
     recipe.tags[530] = {3, {1, 1}};
@@ -255,7 +243,7 @@ TEST(TifColor, YCbCrIsConvertedByItsFormula) {
     const std::vector<std::uint8_t> had = Load<std::uint8_t>(recipe);
     for (std::size_t i = 0; i < recipe.width; ++i) {
         const auto at = [&](std::size_t s) { return static_cast<int>(recipe.values[3 * i + s]); };
-        const std::array<std::uint8_t, 4> wanted = OfYCbCr(at(0), at(1), at(2));
+        const std::array<std::uint8_t, 4> wanted = TifReference::OfYCbCr(at(0), at(1), at(2));
         ASSERT_TRUE(std::equal(wanted.begin(), wanted.end(), had.begin() + static_cast<std::ptrdiff_t>(4 * i)))
             << at(0) << " " << at(1) << " " << at(2);
     }
@@ -292,8 +280,8 @@ TEST(TifColor, ChrominanceIsSharedByThePixelsOfAUnit) {
                 for (std::uint32_t y = 0; y < recipe.height; ++y)
                     for (std::uint32_t x = 0; x < recipe.width; ++x) {
                         const auto wanted =
-                            OfYCbCr(static_cast<int>(luminance(x, y)), static_cast<int>(chroma(x, y, 0)),
-                                    static_cast<int>(chroma(x, y, 1)));
+                            TifReference::OfYCbCr(static_cast<int>(luminance(x, y)), static_cast<int>(chroma(x, y, 0)),
+                                                  static_cast<int>(chroma(x, y, 1)));
                         ASSERT_TRUE(std::equal(wanted.begin(), wanted.end(),
                                                had.begin() + static_cast<std::ptrdiff_t>(4 * (y * recipe.width + x))))
                             << horizontal << "x" << vertical << " at " << x << ", " << y;

@@ -94,6 +94,8 @@ const std::set<std::string> knownTexts = {
     "JPEG compression with BitsPerSample!=8 is not supported",
     "YCbCr with PlanarConfiguartion==2 is not supported",
     "YCbCr with BitsPerSample!=8 is not supported",
+    "YCbCr with SamplesPerPixel!=3 is not supported",
+    "different values of SampleFormat are not supported",
 };
 
 /// Rows as they are up to some pixel, and white from there on.

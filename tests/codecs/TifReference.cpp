@@ -1,5 +1,6 @@
 #include "tests/codecs/TifReference.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <limits>
@@ -45,6 +46,13 @@ double FloatOf(std::uint64_t bits, std::uint32_t exponentBits, std::uint32_t sig
     return sign * std::ldexp(1 + fraction, exponent - bias);
 }
 
+/// The range of a byte for sums that count modulo 512: from 384 on they stand for numbers below 0.
+std::uint8_t Ranged(double sum) {
+    const int rounded = static_cast<int>(sum + 0.5);
+    const int rest = (rounded % 512 + 512) % 512;
+    return static_cast<std::uint8_t>(rest >= 384 ? 0 : std::min(rest, 255));
+}
+
 } // namespace
 
 std::uint32_t ChannelBits(std::uint32_t bits, std::uint32_t format) {
@@ -77,6 +85,11 @@ double FloatOf(std::uint64_t sample, std::uint32_t bits) {
     default:
         return std::bit_cast<double>(sample);
     }
+}
+
+std::array<std::uint8_t, 4> OfYCbCr(int y, int cb, int cr) {
+    return {Ranged(1.772 * (cb - 128) + y), Ranged(y - 0.344136 * (cb - 128) - 0.714136 * (cr - 128)),
+            Ranged(1.402 * (cr - 128) + y), 255};
 }
 
 std::vector<std::uint64_t> ChannelsOf(const TifLoad& load) {

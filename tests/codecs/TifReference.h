@@ -2,6 +2,7 @@
 
 #include "tests/codecs/TifLoad.h"
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -17,6 +18,9 @@ std::uint64_t FullOf(std::uint32_t bits, std::uint32_t format);
 
 /// The number that the bits of a float of 16, 24, 32 or 64 bits stand for.
 double FloatOf(std::uint64_t sample, std::uint32_t bits);
+
+/// Blue, green, red and alpha.
+std::array<std::uint8_t, 4> OfYCbCr(int y, int cb, int cr);
 
 /// All channels of an image in the order of memory.
 std::vector<std::uint64_t> ChannelsOf(const TifLoad& load);
