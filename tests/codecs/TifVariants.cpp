@@ -144,19 +144,19 @@ TifRecipe Fax(std::uint32_t compression, std::uint32_t t4Options, const CcittSty
 }
 
 void AddFax(Variants& variants) {
-    for (const bool isReversed : {false, true})
-        for (const bool isTiled : {false, true}) {
-            const auto add = [&](const std::string& name, std::uint32_t compression, std::uint32_t options,
-                                 CcittStyle style) {
-                style.isReversed = isReversed;
-                variants.push_back({name + (isTiled ? " in tiles" : "") + (isReversed ? ", reversed" : ""),
-                                    Fax(compression, options, style, isTiled), Loss::Rows});
-            };
-            add("modified Huffman", 2, 0, {.isByteAligned = true});
-            add("Group 3", 3, 0, {});
-            add("Group 3, ends of line", 3, 4, {.hasEndsOfLine = true, .isByteAligned = true});
-            add("Group 3, two dimensions", 3, 1, {.hasEndsOfLine = true, .relativeRows = 2, .isTwoDimensional = true});
-        }
+    for (const bool isTiled : {false, true}) {
+        // The fill order is that of all bytes: it needs no variants of its own.
+        const auto add = [&](const std::string& name, std::uint32_t compression, std::uint32_t options,
+                             CcittStyle style) {
+            style.isReversed = isTiled;
+            variants.push_back(
+                {name + (isTiled ? " in reversed tiles" : ""), Fax(compression, options, style, isTiled), Loss::Rows});
+        };
+        add("modified Huffman", 2, 0, {.isByteAligned = true});
+        add("Group 3", 3, 0, {});
+        add("Group 3, ends of line", 3, 4, {.hasEndsOfLine = true, .isByteAligned = true});
+        add("Group 3, two dimensions", 3, 1, {.hasEndsOfLine = true, .relativeRows = 2, .isTwoDimensional = true});
+    }
 }
 
 using namespace JpgSegments;
