@@ -3,6 +3,7 @@
 #include "tests/codecs/TifPicture.h"
 
 #include "tests/codecs/JpgReference.h"
+#include "tests/codecs/LibtiffMemory.h"
 #include "tests/codecs/TifReference.h"
 
 #include <algorithm>

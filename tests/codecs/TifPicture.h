@@ -1,11 +1,12 @@
 #pragma once
 
 #include "tests/codecs/LibtiffFile.h"
-#include "tests/codecs/LibtiffMemory.h"
 #include "tests/codecs/TifLoad.h"
 
 #include <string>
 #include <vector>
+
+struct tiff; // What libtiff calls TIFF; builds without it read this header too.
 
 /// The picture of a directory: what libtiff reads, made into channels by plain formulas.
 class TifPicture {
@@ -28,9 +29,9 @@ private:
     std::string GetName() const;
     void ReadTags(const Bytes& file, std::uint32_t directory);
     void SetTolerance();
-    void ReadMap(TIFF* tiff);
+    void ReadMap(tiff* source);
     void ReadUnits(const Bytes& file, std::uint32_t directory);
-    Bytes ReadUnit(TIFF* tiff, std::uint32_t unit) const;
+    Bytes ReadUnit(tiff* source, std::uint32_t unit) const;
     long double ColorAt(std::uint32_t x, std::uint32_t y, std::uint32_t sample) const;
     void AppendPixel(std::uint32_t x, std::uint32_t y, std::vector<long double>& row) const;
     void AppendYCbCr(std::uint32_t x, std::uint32_t y, std::vector<long double>& row) const;
