@@ -146,6 +146,24 @@ TEST(TifOldJpeg, StripsMayFollowTheirHeaders) {
             TwoStrips().Strips({scan + FlatBlocks({64}), FlatBlocks({72})}).Interchange(HeadersOfTwoStrips()));
 }
 
+TEST(TifOldJpeg, AStripOfManyBlocksIsARestartInterval) {
+    OldJpeg file(24, 24, 1, 1);
+    file.recipe.rowsPerStrip = 8;
+    file.Strips({FlatBlocks({64, 8, 0}), FlatBlocks({72, -8, 8}), FlatBlocks({64, 0, 0})});
+    file.Interchange(start + FlatQuantisation() + FourBitCodes(0x00) + FourBitCodes(0x10) +
+                     FrameHeader(0xC0, 8, 24, 24, {{1}}));
+    const TifLoad load(file.Build());
+    EXPECT_FALSE(load.decoder.IsIncomplete());
+    const std::uint8_t greys[3][3] = {
+        {greyOf64, greyOf72, greyOf72}, {greyOf72, greyOf64, greyOf72}, {greyOf64, greyOf64, greyOf64}};
+    Bytes wanted;
+    for (const auto& row : greys)
+        for (unsigned y = 0; y < 8; ++y)
+            for (const std::uint8_t grey : row)
+                wanted.insert(wanted.end(), 8, grey);
+    EXPECT_EQ(load.Memory(), wanted);
+}
+
 TEST(TifOldJpeg, BytesThatFillUpBeforeMarkersAreSkipped) {
     const Bytes fill{0xFF, 0xFF, 0xFF};
     const Bytes headers = start + fill + FlatQuantisation() + fill + FourBitCodes(0x00) + fill + FourBitCodes(0x10) +
@@ -296,8 +314,8 @@ TEST(TifOldJpeg, InksInPlanes) {
 }
 
 TEST(TifOldJpeg, AnInterchangeFileBringsAllPlanes) {
-    const Bytes headers = start + FlatQuantisation() + FourBitCodes(0x00) + FourBitCodes(0x10) +
-                          FrameHeader(0xC0, 8, 8, 16, {{1}, {2}, {3}});
+    const Bytes tables = start + FlatQuantisation() + FourBitCodes(0x00) + FourBitCodes(0x10);
+    const Bytes headers = tables + FrameHeader(0xC0, 8, 8, 16, {{1}, {2}, {3}});
     const Bytes wanted{128 + 32, 128 + 16, 128 + 8, 255};
     OldJpeg together(8, 16, 3, 2);
     together.recipe.isPlanar = true;
@@ -309,13 +327,13 @@ TEST(TifOldJpeg, AnInterchangeFileBringsAllPlanes) {
                       ScanHeader({3}) + FlatBlocks({256, 0}) + end);
     ExpectColor(apart, wanted, 0, "scans");
     for (const bool hasScanHeaders : {false, true}) {
-        OldJpeg strips(8, 16, 3, 2);
+        OldJpeg strips(16, 16, 3, 2);
         strips.recipe.isPlanar = true;
         strips.recipe.rowsPerStrip = 8;
         const auto scan = [&](std::uint8_t component) { return hasScanHeaders ? ScanHeader({component}) : Bytes(); };
-        strips.Strips({scan(1) + FlatBlocks({64}), FlatBlocks({64}), scan(2) + FlatBlocks({128}), FlatBlocks({128}),
-                       scan(3) + FlatBlocks({256}), FlatBlocks({256})});
-        strips.Interchange(headers);
+        const Bytes first = FlatBlocks({64, 0}), second = FlatBlocks({128, 0}), third = FlatBlocks({256, 0});
+        strips.Strips({scan(1) + first, first, scan(2) + second, second, scan(3) + third, third});
+        strips.Interchange(tables + FrameHeader(0xC0, 8, 16, 16, {{1}, {2}, {3}}));
         ExpectColor(strips, wanted, 0, hasScanHeaders ? "strips with the headers of scans" : "strips");
     }
     together.recipe.photometric = 6;
