@@ -22,8 +22,14 @@ public:
         const TifLoad load(file);
         EXPECT_FALSE(load.decoder.IsIncomplete()) << variant.name;
         image = load.Memory();
-        m_tileWidth = m_recipe.tileWidth != 0 ? m_recipe.tileWidth : m_recipe.width;
-        m_tileHeight = m_recipe.tileWidth != 0 ? m_recipe.tileHeight : m_recipe.rowsPerStrip;
+        const bool isTiled = m_recipe.tileWidth != 0, isOne = variant.loss == TifVariant::Loss::Image;
+        const std::uint32_t tileWidth = isTiled ? m_recipe.tileWidth : m_recipe.width;
+        const std::uint32_t tileHeight = isTiled ? m_recipe.tileHeight : m_recipe.rowsPerStrip;
+        const std::uint32_t across = (m_recipe.width + tileWidth - 1) / tileWidth;
+        for (std::size_t i = 0; i < image.size(); ++i) {
+            const std::size_t x = i / PixelBytes() % m_recipe.width, y = i / PixelBytes() / m_recipe.width;
+            m_tileOf.push_back(isOne ? 0 : y / tileHeight * across + x / tileWidth);
+        }
     }
 
     const Bytes file;
@@ -40,17 +46,12 @@ public:
         return tile;
     }
 
-    std::uint32_t Width() const { return m_recipe.width; }
     std::size_t PixelBytes() const { return image.size() / m_recipe.width / m_recipe.height; }
     std::uint32_t PlaneCount() const { return m_recipe.isPlanar ? m_recipe.samples : 1; }
     std::size_t TilesOfPlane() const { return TileCount() / PlaneCount(); }
 
     /// The number of the tile, in its plane, that shows this byte of the image.
-    std::size_t TileOf(std::size_t place) const {
-        const std::size_t x = place / PixelBytes() % m_recipe.width, y = place / PixelBytes() / m_recipe.width;
-        const std::size_t across = (m_recipe.width + m_tileWidth - 1) / m_tileWidth;
-        return m_variant.loss == TifVariant::Loss::Image ? 0 : y / m_tileHeight * across + x / m_tileWidth;
-    }
+    std::size_t TileOf(std::size_t place) const { return m_tileOf[place]; }
     /// Whether the byte comes from the plane; red is the first.
     bool IsOfPlane(std::size_t place, std::size_t plane) const {
         return PlaneCount() == 1 || place % PixelBytes() == 2 - plane;
@@ -78,8 +79,7 @@ private:
     const TifRecipe& m_recipe;
     std::vector<std::uint32_t> m_offsets;
     std::vector<Bytes> m_data;
-    std::uint32_t m_tileWidth;
-    std::uint32_t m_tileHeight;
+    std::vector<std::size_t> m_tileOf; ///< Of each byte of the image.
 };
 
 const std::set<std::string> knownTexts = {
