@@ -170,8 +170,8 @@ std::vector<std::span<const std::uint8_t>> StripsOf(const Directory& directory) 
 /// Each component has the table of its own name, or the last one there is.
 ComponentTables TablesUpTo(std::uint8_t last) {
     ComponentTables tables{};
-    for (std::uint8_t i = 0; i < tables.size(); ++i)
-        tables[i] = std::min(i, last);
+    for (std::size_t i = 0; i < tables.size(); ++i)
+        tables[i] = static_cast<std::uint8_t>(std::min<std::size_t>(i, last));
     return tables;
 }
 
@@ -203,11 +203,12 @@ template <class AppendAt>
 ComponentTables AppendTables(const Directory& directory, std::uint16_t tag, const AppendAt& appendAt) {
     const std::vector<std::uint32_t> offsets = directory.Integers(tag);
     ComponentTables names{};
-    for (std::uint8_t i = 0; i < names.size(); ++i) {
-        const bool isOwn = i < offsets.size() && offsets[i] != 0 && (i == 0 || offsets[i] != offsets[i - 1u]);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const auto name = static_cast<std::uint8_t>(i);
+        const bool isOwn = i < offsets.size() && offsets[i] != 0 && (i == 0 || offsets[i] != offsets[i - 1]);
         if (isOwn)
-            appendAt(i, offsets[i]);
-        names[i] = isOwn || i == 0 ? i : names[i - 1u];
+            appendAt(name, offsets[i]);
+        names[i] = isOwn || i == 0 ? name : names[i - 1];
     }
     return names;
 }
