@@ -214,6 +214,16 @@ TEST(FilesTest, AStarFindsEveryEntryFoldersIncluded) {
     EXPECT_EQ(FindFileNames(TemporaryFolder::TextOf(folder.Path()), "*").size(), 4u); // with "." and ".."
 }
 
+// Some systems also know each name in a short form, which cuts the suffix off after three letters.
+TEST(FilesTest, ASuffixCountsAsAWhole) {
+    TemporaryFolder folder;
+    for (const char* name : {"Varnolite.dll", "Varnolite.dllx", "Varnolite.dll.old", "OtherVarnolite.dll"})
+        folder.Write(name, "");
+    const auto names = FindFileNames(TemporaryFolder::TextOf(folder.Path()), "Varnolite*.dll");
+    ASSERT_EQ(names.size(), 1u);
+    EXPECT_EQ(names[0].ToANSI(), "Varnolite.dll");
+}
+
 TEST(FilesTest, FindsNothingInAMissingFolder) {
     TemporaryFolder folder;
     EXPECT_TRUE(FindFileNames(folder.PathOf("missing"), "*").empty());

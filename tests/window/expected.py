@@ -37,6 +37,24 @@ class Bitmap:
         return [[row[x:x + 3] for x in range(0, len(row), 3)] for row in (rows if self.topDown else reversed(rows))]
 
 
+class GreyPicture:
+    """In the place of a bitmap: grey of 0 to 255, as a diagonal ramp that has both ends."""
+
+    pixelWidth = pixelHeight = 1.0
+    hasAlpha = False
+
+    def __init__(self, width, height):
+        self.width, self.height = width, height
+
+    def Values(self):
+        """Rows from the top."""
+        last = self.width + self.height - 2
+        return [[(x + y) * 255 // last for x in range(self.width)] for y in range(self.height)]
+
+    def Rows(self):
+        return [[bytes((value,)) * 3 for value in row] for row in self.Values()]
+
+
 def Plain(width, height):
     return bytearray(bytes((*BACKGROUND, 255)) * (width * height))
 

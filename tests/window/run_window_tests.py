@@ -11,6 +11,7 @@ import os
 import random
 import shutil
 import signal
+import struct
 import subprocess
 import sys
 import tempfile
@@ -19,7 +20,7 @@ import traceback
 from pathlib import Path
 
 import viewer
-from expected import Bitmap, Replicated
+from expected import Bitmap, GreyPicture, Replicated
 from viewer import ROOT, Mismatch, Native, Viewer, Wine
 
 import outcomes
@@ -38,8 +39,8 @@ class Bench:
     def __init__(self, desktop, platform, folder):
         self.desktop, self.platform, self.folder = desktop, platform, Path(folder)
 
-    def Open(self, path):
-        return Viewer(self.desktop, self.platform, path, str(self.folder / "settings"), str(FAILURES))
+    def Open(self, path, platform=None):
+        return Viewer(self.desktop, platform or self.platform, path, str(self.folder / "settings"), str(FAILURES))
 
 
 def TestFitAtAllWindowSizes(bench):
@@ -187,6 +188,34 @@ def TestFurtherArgumentsAreIgnored(bench):
         ExpectCleanEnd(window)
 
 
+def TestPluginsBesideTheProgram(bench):
+    """A good one reads its files, and a bad one is named in the log and does no harm."""
+    here = bench.folder / "program"
+    here.mkdir()
+    platform = type(bench.platform)(here / bench.platform.program.name)
+    shutil.copy(bench.platform.program, platform.program)
+    shutil.copy(platform.plugin, here)
+    bad = f"VarnoliteBad{platform.plugin.suffix}"
+    (here / bad).write_text("This is no library.")
+    # A report is copied to the desktop, which is not to be that of whoever runs the tests.
+    settings = bench.folder / "settings" / "XDG_CONFIG_HOME"
+    settings.mkdir(parents=True)
+    (settings / "user-dirs.dirs").write_text(f'XDG_DESKTOP_DIR="{bench.folder}"\n', encoding="utf-8")
+    log = platform.Log(bench.folder / "settings")
+    log.unlink(missing_ok=True)
+
+    picture = GreyPicture(160, 120)
+    path = here / "ramp.rek"
+    samples = b"".join(struct.pack(f"<{picture.width}H", *(value * 257 for value in row)) for row in picture.Values())
+    path.write_bytes(b"REK1" + struct.pack("<3I", picture.width, picture.height, 1) + samples)
+    with bench.Open(path, platform) as window:
+        size = (picture.width, picture.height)
+        window.Model(picture).Resize(*size)
+        window.Expect("ramp", Replicated(picture, window.view.Rectangle(), *size))
+    if f" {bad}: " not in log.read_text(encoding="utf-8", errors="replace"):
+        raise Mismatch("the log does not name the library that cannot be loaded")
+
+
 def TestEndsWhenTheDisplayGoes(bench):
     """On a desktop of its own, which it ends."""
     if bench.platform.name == "wine":
@@ -209,7 +238,8 @@ def TestEndsWhenTheDisplayGoes(bench):
 TESTS = [TestFitAtAllWindowSizes, TestZoomByTheWheel, TestBothLimitsOfTheZoom, TestHundredPercentIsTheFile,
          TestDragAndBack, TestEverySample, TestResizeStorm, TestContentReturnsAfterLeavingTheScreen,
          TestPathWithBlanksAndUmlauts, TestBrokenFileShowsAText, TestCloseEndsTheProgram,
-         TestNoArgumentOpensAnEmptyWindow, TestFurtherArgumentsAreIgnored, TestEndsWhenTheDisplayGoes]
+         TestNoArgumentOpensAnEmptyWindow, TestFurtherArgumentsAreIgnored, TestPluginsBesideTheProgram,
+         TestEndsWhenTheDisplayGoes]
 
 
 def RunOne(test, platform):

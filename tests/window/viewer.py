@@ -1,5 +1,6 @@
 """A real viewer on a desktop in memory, and beside it the model of what it has to show."""
 
+import getpass
 import os
 import sys
 import time
@@ -23,8 +24,15 @@ NOTCHES_TO = {50: 24, 100: 32, 200: 40, 400: 48}
 class Native:
     name = "x11"
 
+    def __init__(self, program=ROOT / "build" / "release" / "varnolite"):
+        self.program = Path(program)
+        self.plugin = ROOT / "build" / "release" / "plugins" / "sample" / "VarnoliteSample.so"
+
     def Command(self, path):
-        return [str(ROOT / "build" / "release" / "varnolite"), str(path)]
+        return [str(self.program), str(path)]
+
+    def Log(self, settingsFolder):
+        return Path(settingsFolder, "XDG_STATE_HOME", "Varnolite", "Varnolite.log")
 
     def Title(self, path):
         return f"Varnolite - {path}"
@@ -33,8 +41,17 @@ class Native:
 class Wine:
     name = "wine"
 
+    def __init__(self, program=ROOT / "build" / "windows" / "varnolite.exe"):
+        self.program = Path(program)
+        self.plugin = ROOT / "build" / "windows" / "plugins" / "sample" / "VarnoliteSample.dll"
+
     def Command(self, path):
-        return ["wine", str(ROOT / "build" / "windows" / "varnolite.exe"), self._WindowsPath(path)]
+        return ["wine", str(self.program), self._WindowsPath(path)]
+
+    def Log(self, settingsFolder):
+        """One for all programs of Wine's folder."""
+        users = Path(os.environ["WINEPREFIX"], "drive_c", "users")
+        return users / getpass.getuser() / "AppData" / "Local" / "Varnolite" / "Varnolite.log"
 
     def Title(self, path):
         return f"Varnolite - {self._WindowsPath(path)}"
@@ -68,9 +85,9 @@ class Viewer:
     def __exit__(self, *_):
         self.program.Kill()
 
-    def Model(self):
-        """Begins to follow the picture; the file must be a good one."""
-        self.bitmap = Bitmap(self.path)
+    def Model(self, bitmap=None):
+        """Begins to follow the picture; the file must be a good one, and a bitmap file where none is given."""
+        self.bitmap = bitmap or Bitmap(self.path)
         self.view = View(self.bitmap.width, self.bitmap.height, self.bitmap.pixelWidth, self.bitmap.pixelHeight)
         _, _, width, height = self.display.Rectangle(self.window)
         self.view.Resize(width, height)
