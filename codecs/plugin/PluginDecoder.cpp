@@ -20,14 +20,18 @@ using Quorvex::Data::LockMode;
 
 namespace {
 
+// Images are counted with a sign from 1 on.
+void CheckNumber(std::uint32_t number) {
+    if (number >= std::numeric_limits<std::int32_t>::max())
+        throw Quorvex::Exception();
+}
+
 /// A number that a plug-in answers with.
 template <class Action>
 std::uint32_t Ask(const Action& action) {
     std::uint32_t number = 0;
     Call([&] { return action(&number); });
-    // Images are counted with a sign from 1 on.
-    if (number >= std::numeric_limits<std::int32_t>::max())
-        throw Quorvex::Exception();
+    CheckNumber(number);
     return number;
 }
 
@@ -56,6 +60,8 @@ std::uint32_t IDecoderCOMAsCPPWrapperImpl::GetDefaultIndex() const {
 }
 
 ImageInfo IDecoderCOMAsCPPWrapperImpl::GetInfo(std::uint32_t index) {
+    // The last image of a file that claims to have none.
+    CheckNumber(index);
     VarnolitePlugin::ImageInfo info{};
     Call([&] { return m_decoder->GetInfo(index, &info); });
     Info = {.Width = info.width,

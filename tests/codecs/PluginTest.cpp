@@ -1,83 +1,19 @@
-#include "codecs/DecodeWithFactory.h"
 #include "codecs/plugin/PluginDecoder.h"
 #include "codecs/plugin/PluginFactory.h"
 #include "data/Image.h"
-#include "foundation/LocalLogger.h"
-#include "foundation/platform/Files.h"
-#include "foundation/platform/SpecialFolders.h"
-#include "tests/codecs/TestContext.h"
+#include "foundation/platform/DynamicLibrary.h"
+#include "tests/codecs/PluginLoad.h"
 #include "tests/codecs/TestStream.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/RaisedText.h"
 
 #include <gtest/gtest.h>
 
-#include <string_view>
-
 using namespace Quorvex;
 using namespace ET::Img;
+using namespace PluginTest;
 using Quorvex::Test::LogCapture;
 using Quorvex::Test::RaisedText;
-
-namespace {
-
-using Bytes = std::vector<std::uint8_t>;
-
-/// The folder of that name with the plug-ins made for these tests.
-String Plugins(const char* folder) {
-    const String program = GetModulePath().ToWide();
-    const std::u16string_view path(program.Wide(), program.length());
-    const std::u16string beside(path.substr(0, path.find_last_of(u"/\\")));
-    return Platform::JoinPath(Platform::JoinPath(String(beside.c_str()), "plugins"), folder);
-}
-
-CodecRegistry RegistryOf(const char* folder) {
-    CodecRegistry registry;
-    AddPlugins(registry, Plugins(folder));
-    return registry;
-}
-
-/// A file of the sample plug-in's format.
-Bytes SampleFile(std::uint32_t width, std::uint32_t height, const std::vector<std::uint16_t>& samples,
-                 std::uint32_t count = 1) {
-    Bytes file{'R', 'E', 'K', '1'};
-    for (const std::uint32_t number : {width, height, count})
-        for (int shift = 0; shift < 32; shift += 8)
-            file.push_back(static_cast<std::uint8_t>(number >> shift));
-    for (const std::uint16_t sample : samples)
-        file.insert(file.end(), {static_cast<std::uint8_t>(sample), static_cast<std::uint8_t>(sample >> 8)});
-    return file;
-}
-
-struct PluginLoad {
-    PluginLoad(const CodecRegistry& registry, const Bytes& file, std::int32_t wanted = 1) : index(wanted) {
-        LoadTarget target;
-        target.context = MakeShared<TestContext>();
-        target.logger = logger;
-        target.registry = &registry;
-        decoder = DecodeByExtension("a.rek", MakeShared<TestStream>(file), target, index, image);
-    }
-
-    std::vector<std::string> Messages() const {
-        std::vector<std::string> texts;
-        for (const BilingualText& message : logger->GetMessages())
-            for (const String& text : message)
-                texts.push_back(text.ToANSI().ToStdString());
-        return texts;
-    }
-
-    std::int32_t index;
-    SharedPtr<LocalLogger> logger = MakeShared<LocalLogger>();
-    SharedPtr<ImageFile> decoder;
-    SharedPtr<ImageBase> image;
-};
-
-std::string FailureOf(char behaviour, std::int32_t index = 1) {
-    const CodecRegistry registry = RegistryOf("misbehaving");
-    return RaisedText([&] { PluginLoad load(registry, Bytes{static_cast<std::uint8_t>(behaviour), 0}, index); });
-}
-
-} // namespace
 
 TEST(Plugin, WithoutPluginsTheRegistryStaysAsItIs) {
     const LogCapture log;
@@ -177,13 +113,22 @@ TEST(Plugin, TheFirstOfTwoGetsTheFilesByTheirName) {
     EXPECT_EQ(PluginLoad(registry, file).image->ColorType, Data::ColorTypeEnum::UInt16);
     // One that refuses leaves the file to the other, but only where the content decides.
     EXPECT_EQ(RaisedText([&] { PluginLoad load(registry, {'-'}); }), "");
-    LoadTarget target;
-    target.context = MakeShared<TestContext>();
-    target.registry = &registry;
-    std::int32_t index = 1;
-    SharedPtr<ImageBase> image;
-    DecodeByContent(MakeShared<TestStream>(Bytes{'-'}), target, index, image);
-    EXPECT_EQ(image->ColorType, Data::ColorTypeEnum::Float32);
+    const PluginLoad byContent(registry, {'-'}, 1, PluginLoad::By::Content);
+    EXPECT_EQ(byContent.image->ColorType, Data::ColorTypeEnum::Float32);
+}
+
+TEST(Plugin, TwoInOneFolderAreLoadedInTheOrderOfTheirNames) {
+    const LogCapture log;
+    const CodecRegistry registry = RegistryOf("two");
+    ASSERT_EQ(registry.size(), 2u);
+    EXPECT_TRUE(log.IsEmpty()) << log.Text();
+    const char* const names[] = {"VarnoliteFirst", "VarnoliteSecond"};
+    for (std::size_t i = 0; i < 2; ++i)
+        EXPECT_EQ(registry[i].DynamicCast<IDecoderCOMAsCPPWrapperFactory>()->GetLibraryPath(), PathOf("two", names[i]));
+    EXPECT_EQ(PluginLoad(registry, SampleFile(1, 1, {5})).image->ColorType, Data::ColorTypeEnum::UInt16);
+    EXPECT_EQ(RaisedText([&] { PluginLoad load(registry, {'-'}); }), "");
+    const PluginLoad byContent(registry, {'-'}, 1, PluginLoad::By::Content);
+    EXPECT_EQ(byContent.image->ColorType, Data::ColorTypeEnum::Float32);
 }
 
 TEST(Plugin, BadLibrariesAreReportedByNameAndSkipped) {
@@ -211,42 +156,15 @@ TEST(Plugin, ADecoderOutlivesItsFactory) {
     EXPECT_EQ(load.decoder->GetCount(), 1u);
 }
 
-TEST(Plugin, ExceptionsOfAPluginAreContained) {
-    if (sizeof(void*) == 4)
-        GTEST_SKIP() << "on 32-bit Windows no exception gets out of a library: it ends the program there";
-    // In turn: open, set the logger, the count, the default index, the description, loading; then two that are no
-    // std::exception, in open and in loading.
-    for (const char behaviour : {'o', 's', 'i', 'l', '1', '2'})
-        EXPECT_EQ(FailureOf(behaviour), "") << behaviour;
-    EXPECT_EQ(FailureOf('c', ImageIndex::Last), "");
-    EXPECT_EQ(FailureOf('d', ImageIndex::Default), "");
-}
-
-TEST(Plugin, FailingResultsFailTheLoad) {
-    // Open, the logger, the description with a result above 0, and loading.
-    for (const char behaviour : {'f', 'S', 'p', 'L'})
-        EXPECT_EQ(FailureOf(behaviour), "") << behaviour;
-}
-
-TEST(Plugin, SizesWithoutSenseFailTheLoad) {
-    EXPECT_EQ(FailureOf('W'), "");
-    EXPECT_EQ(FailureOf('A'), "");
-    EXPECT_EQ(FailureOf('T'), "unknown color type");
-    EXPECT_EQ(FailureOf('C', ImageIndex::Last), "");
-    EXPECT_EQ(FailureOf('D', ImageIndex::Default), "");
-    // Less memory asked for than the image needs: it gets what it needs.
-    EXPECT_EQ(FailureOf('a'), "(nothing was raised)");
-    EXPECT_EQ(FailureOf('E'), "(nothing was raised)");
-}
-
-TEST(Plugin, AFailingReadComesBackAsAResult) {
-    EXPECT_EQ(FailureOf('r'), "");
-}
-
 TEST(Plugin, SamplesThatAreNoNumbersHaveNoRange) {
     const CodecRegistry registry = RegistryOf("misbehaving");
     const PluginLoad load(registry, {'n'});
     EXPECT_TRUE(load.image->GetImageUserRepresentation().DynamicCast<Data::DefaultImageUserRepresentation>());
+}
+
+TEST(Plugin, TheReservedSlotIsNotImplemented) {
+    const Plugin::PluginLibrary library(PathOf("sample", "VarnoliteSample"));
+    EXPECT_EQ(static_cast<std::uint32_t>(library.CreateDecoder()->Reserved()), 0x80004001u);
 }
 
 TEST(Plugin, ATargetOfAnotherSizeIsRefused) {

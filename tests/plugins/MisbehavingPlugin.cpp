@@ -18,40 +18,34 @@ public:
         Misbehave('o');
         if (m_wanted == 'f')
             return Failure;
-        // Beyond the end of all files.
-        char byte = 0;
-        if (m_wanted == 'r' && stream->Read(&byte, 0x7FFFFFFF) == Success)
-            return Success;
-        return m_wanted == 'r' ? Failure : Decoder::Open(stream);
+        if (m_wanted == 'r' && !SeesTheReadFail(stream))
+            return Failure;
+        return Decoder::Open(stream);
     }
 
     Result VARNOLITE_CALL GetInfo(std::uint32_t, ImageInfo* info) override {
         Misbehave('i');
-        constexpr std::uint32_t most = std::numeric_limits<std::uint32_t>::max();
-        *info = {2, 2, 8, 0, 0, ColorType::Float32};
-        if (m_wanted == 'W')
-            *info = {most, most, most, 0, 0, ColorType::BGRAFloat64};
-        if (m_wanted == 'A')
-            *info = {2, 2, 8, most, most, ColorType::UInt8};
-        if (m_wanted == 'a')
-            *info = {64, 3, 8, 1, 1, ColorType::Float32};
-        if (m_wanted == 'T')
-            info->colorType = static_cast<ColorType>(20);
-        if (m_wanted == 'E')
-            info->width = 0;
+        // Says that it has told what it has not.
+        if (m_wanted == 'q')
+            return Success;
+        *info = Describe();
+        if (m_wanted == 'I')
+            return Failure;
         return m_wanted == 'p' ? 1 : Success;
     }
 
     Result VARNOLITE_CALL GetCount(std::uint32_t* count) override {
         Misbehave('c');
-        *count = m_wanted == 'C' ? std::numeric_limits<std::uint32_t>::max() : 1;
-        return Success;
+        *count = Number('C', 'h', 1);
+        if (m_wanted == 'z')
+            *count = 0;
+        return m_wanted == 'x' ? Failure : Success;
     }
 
     Result VARNOLITE_CALL GetDefaultIndex(std::uint32_t* index) override {
         Misbehave('d');
-        *index = m_wanted == 'D' ? std::numeric_limits<std::uint32_t>::max() : 0;
-        return Success;
+        *index = Number('D', 'H', 0);
+        return m_wanted == 'y' ? Failure : Success;
     }
 
     Result VARNOLITE_CALL Load(std::uint32_t, void* address, std::uint32_t rowLength, std::uint32_t rows) override {
@@ -70,6 +64,50 @@ public:
     }
 
 private:
+    static constexpr std::uint32_t most = std::numeric_limits<std::uint32_t>::max();
+    static constexpr std::uint32_t signedMost = std::numeric_limits<std::int32_t>::max();
+
+    ImageInfo Describe() const {
+        switch (m_wanted) {
+        case 'W':
+            return {most, most, most, 0, 0, ColorType::BGRAFloat64};
+        case 'V': // The same for who takes them for signed: -1 and -1.
+            return {most, 1, 8, 0, 0, ColorType::UInt8};
+        case 'v':
+            return {1, most, 8, 0, 0, ColorType::UInt8};
+        case 'M': // 2^16 times 2^16 times 4 bytes, which 32 bits take for nothing.
+            return {0x10000, 0x10000, 32, 0, 0, ColorType::Float32};
+        case 'A':
+            return {2, 2, 8, most, most, ColorType::UInt8};
+        case 'a':
+            return {64, 3, 8, 1, 1, ColorType::Float32};
+        case 'T':
+            return {2, 2, 8, 0, 0, static_cast<ColorType>(20)};
+        case 't':
+            return {2, 2, 8, 0, 0, static_cast<ColorType>(most)};
+        case 'E':
+            return {0, 2, 8, 0, 0, ColorType::Float32};
+        case 'e': // Rows of no pixels take no memory, however many there are.
+            return {0, signedMost, 8, 0, 0, ColorType::Float32};
+        default:
+            return {2, 2, m_bitsPerPixel, 0, 0, ColorType::Float32};
+        }
+    }
+
+    // Reads beyond the end of all files, and shows the result as the depth. The stream must work as before.
+    bool SeesTheReadFail(IQuorvexStream* stream) {
+        char byte = 0;
+        m_bitsPerPixel = static_cast<std::uint32_t>(stream->Read(&byte, most));
+        return stream->Seek(0, 0) == Success && stream->Read(&byte, 1) == Success && byte == m_wanted;
+    }
+
+    // The most there is for one behaviour, the most with a sign for the other.
+    std::uint32_t Number(char forMost, char forSignedMost, std::uint32_t otherwise) const {
+        if (m_wanted == forMost)
+            return most;
+        return m_wanted == forSignedMost ? signedMost : otherwise;
+    }
+
     // A letter asks for an exception of the standard's in its operation, a digit for one that is a number.
     void Misbehave(char operation) const {
         if (m_wanted == operation)
@@ -81,6 +119,7 @@ private:
     }
 
     char m_wanted = 0;
+    std::uint32_t m_bitsPerPixel = 8;
 };
 
 } // namespace
