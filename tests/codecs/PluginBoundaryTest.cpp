@@ -3,6 +3,7 @@
 #include "codecs/plugin/StreamWrapper.h"
 #include "data/Image.h"
 #include "foundation/LocalLogger.h"
+#include "tests/codecs/CloningStream.h"
 #include "tests/codecs/TestStream.h"
 
 #include <gtest/gtest.h>
@@ -31,22 +32,6 @@ VarnolitePlugin::IQuorvexStream* (*volatile const opaqueWrap)(const Bytes&) = &W
 ComPointer<VarnolitePlugin::IQuorvexStream> Wrapped(const Bytes& bytes) {
     return ComPointer<VarnolitePlugin::IQuorvexStream>(opaqueWrap(bytes));
 }
-
-/// A stream that can be cloned, and that remembers where it was asked to go.
-class CloningStream final : public Stream {
-public:
-    explicit CloningStream(std::uint64_t position = 0) : m_position(position) {}
-
-    std::uint64_t tell() const override { return m_position; }
-    void read(void*, std::uint32_t) override { throw Exception(); }
-    void seek(std::uint64_t position) override { m_position = position; }
-    std::uint64_t size() const override { return 0x1234567890; }
-    StreamLock lock(std::uint32_t) override { throw Exception(); }
-    std::unique_ptr<Stream> Clone() const override { return std::make_unique<CloningStream>(m_position); }
-
-private:
-    std::uint64_t m_position;
-};
 
 /// Fails in all that it does.
 class FailingStream final : public Stream {
