@@ -1,24 +1,11 @@
-#include "codecs/png/PNGDecoder.h"
-#include "foundation/Exception.h"
 #include "tests/codecs/Corpus.h"
-#include "tests/codecs/DecoderLoad.h"
-#include "tests/codecs/PngReference.h"
+#include "tests/codecs/PngLoad.h"
 
 #include <gtest/gtest.h>
 
 using namespace Quorvex;
 
 namespace {
-
-PngReference Decode(const std::vector<std::uint8_t>& file, TestStream::Manner manner) {
-    try {
-        const DecoderLoad<ET::Img::PNGDecoder> load(file, manner);
-        return {true, load.info.ColorType == Data::ColorTypeEnum::BGRAUInt16, load.info.Width, load.info.Height,
-                load.Samples()};
-    } catch (const Exception&) {
-        return {};
-    }
-}
 
 class PngCorpus : public testing::Test {
 protected:
@@ -36,7 +23,7 @@ TEST_F(PngCorpus, ValidFilesDecodeToThePixelsOfLibpng) {
         if (!file.isValid)
             continue;
         const auto content = Corpus::Content(file.path);
-        const PngReference had = Decode(content, TestStream::Manner::File);
+        const PngReference had = DecodePngHere(content, TestStream::Manner::File);
         EXPECT_TRUE(had.isDecoded) << file.path;
         EXPECT_TRUE(had == DecodePngByLibrary(content)) << file.path;
     }
@@ -47,7 +34,7 @@ TEST_F(PngCorpus, BrokenFilesAreRefusedUnlessTheirPixelsAreWhole) {
         if (file.isValid)
             continue;
         const auto content = Corpus::Content(file.path);
-        const PngReference had = Decode(content, TestStream::Manner::File);
+        const PngReference had = DecodePngHere(content, TestStream::Manner::File);
         // Here the damage is that of a colour profile.
         EXPECT_EQ(had.isDecoded, file.path == "png/broken/Pillow/unknown_compression_method.png") << file.path;
         EXPECT_TRUE(had == DecodePngByLibrary(content)) << file.path;
@@ -57,7 +44,8 @@ TEST_F(PngCorpus, BrokenFilesAreRefusedUnlessTheirPixelsAreWhole) {
 TEST_F(PngCorpus, EveryFileEndsTheSameWayFromFileAndFromMemory) {
     for (const Corpus::File& file : Corpus::Files("png")) {
         const auto content = Corpus::Content(file.path);
-        EXPECT_TRUE(Decode(content, TestStream::Manner::File) == Decode(content, TestStream::Manner::Memory))
+        EXPECT_TRUE(DecodePngHere(content, TestStream::Manner::File) ==
+                    DecodePngHere(content, TestStream::Manner::Memory))
             << file.path;
     }
 }

@@ -1,10 +1,7 @@
 #include "codecs/DecodeWithFactory.h"
-#include "codecs/png/PNGDecoder.h"
 #include "codecs/png/PngReader.h"
-#include "foundation/Exception.h"
-#include "tests/codecs/DecoderLoad.h"
+#include "tests/codecs/PngLoad.h"
 #include "tests/codecs/PngRecipe.h"
-#include "tests/codecs/PngReference.h"
 #include "tests/codecs/TestContext.h"
 #include "tests/data/AllocationProbe.h"
 
@@ -12,7 +9,6 @@
 
 using namespace Quorvex;
 using Data::ColorTypeEnum;
-using PngLoad = DecoderLoad<ET::Img::PNGDecoder>;
 using Samples = std::vector<std::uint16_t>;
 
 namespace {
@@ -50,7 +46,7 @@ TEST(PngDecode, GivesThePixelsThatLibpngGives) {
     for (const PngRecipe& recipe : AllPngRecipes(21, 10)) {
         const auto file = recipe.Build();
         const PngLoad load(file);
-        EXPECT_EQ(load.Samples(), DecodePngByLibrary(file).samples) << recipe.Describe();
+        EXPECT_TRUE(OutcomeOf(load) == DecodePngByLibrary(file)) << recipe.Describe();
         if (recipe.depth <= 8) {
             EXPECT_EQ(load.Samples(), DecodePngSimplified(file).samples) << recipe.Describe();
         }
@@ -117,14 +113,20 @@ TEST(PngDecode, EveryKindHasItsTypeAndDepth) {
 
 TEST(PngDecode, TheHeadersSayWhatTheWholeFileSays) {
     for (const PngRecipe& recipe : AllPngRecipes(7, 5)) {
-        ET::Img::PNGDecoder decoder(MakeShared<TestStream>(recipe.Build()));
+        const auto file = recipe.Build();
+        const PngReference whole = DecodePngByLibrary(file);
+        ET::Img::PNGDecoder decoder(MakeShared<TestStream>(file));
         const ET::Img::ImageInfo info = decoder.GetInfo(0);
-        EXPECT_EQ(info.Width, 7u);
-        EXPECT_EQ(info.Height, 5u);
+        EXPECT_EQ(info.Width, whole.width);
+        EXPECT_EQ(info.Height, whole.height);
         EXPECT_EQ(info.AllocatedWidth, 0u);
         EXPECT_EQ(info.AllocatedHeight, 0u);
-        const PngLoad load(recipe.Build());
-        EXPECT_EQ(load.decoder.GetLoadedInfo().BitsPerPixel, info.BitsPerPixel) << recipe.Describe();
+        EXPECT_EQ(info.BitsPerPixel, whole.bitsPerPixel) << recipe.Describe();
+        EXPECT_EQ(info.ColorType, whole.isWide ? ColorTypeEnum::BGRAUInt16 : ColorTypeEnum::BGRAUInt8)
+            << recipe.Describe();
+        EXPECT_FALSE(decoder.Load({}, 0)) << "without a target there is no image";
+        const PngLoad load(file);
+        EXPECT_EQ(load.decoder.GetLoadedInfo().BitsPerPixel, whole.bitsPerPixel) << recipe.Describe();
     }
 }
 

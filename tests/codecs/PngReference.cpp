@@ -42,6 +42,7 @@ PngReference Collected(png_structp png, png_infop info) {
     result.width = png_get_image_width(png, info);
     result.height = png_get_image_height(png, info);
     const std::size_t channels = png_get_channels(png, info);
+    result.bitsPerPixel = std::uint32_t{png_get_channels(png, info)} * png_get_bit_depth(png, info);
     const bool isColor = channels >= 3;
     for (std::uint32_t y = 0; y < result.height; ++y) {
         const png_bytep row = png_get_rows(png, info)[y];
@@ -81,5 +82,5 @@ PngReference DecodePngSimplified(const std::vector<std::uint8_t>& file) {
     std::vector<std::uint8_t> bytes(PNG_IMAGE_SIZE(image));
     if (!png_image_finish_read(&image, nullptr, bytes.data(), 0, nullptr))
         return result;
-    return {true, false, image.width, image.height, {bytes.begin(), bytes.end()}};
+    return {true, false, image.width, image.height, 0, {bytes.begin(), bytes.end()}};
 }
