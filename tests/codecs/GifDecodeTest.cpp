@@ -74,6 +74,8 @@ TEST(GifDecode, InfoIsTheLastFrames) {
     EXPECT_EQ(info.AllocatedWidth, 0u);
     EXPECT_EQ(info.AllocatedHeight, 0u);
     EXPECT_EQ(info.ColorType, Data::ColorTypeEnum::BGRAUInt8);
+    EXPECT_FALSE(decoder.Load({}, 0)) << "without a target there is no image";
+    EXPECT_EQ(decoder.GetCount(), 2u);
 }
 
 TEST(GifDecode, AFrameOfAnotherSizeFillsTheLastOnesSizeInItsOrder) {

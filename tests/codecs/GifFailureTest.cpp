@@ -109,7 +109,7 @@ TEST(GifFailure, ASmallFileCannotAskForGigabytes) {
     recipe.frames[1].width = recipe.frames[1].height = 2;
     const double start = ProcessorSeconds();
     EXPECT_TRUE(GifLoad(recipe.Build()).decoder->IsIncomplete());
-    EXPECT_LT(ProcessorSeconds() - start, 1.0);
+    EXPECT_LT(ProcessorSeconds() - start, 0.1) << "with the sanitizers it takes less than 0.001";
 }
 
 TEST(GifFailure, AnImageOfModerateSizeMayBeMostlyMissing) {

@@ -7,6 +7,7 @@
 #include "tests/codecs/IcoRecipe.h"
 #include "tests/codecs/IcoReference.h"
 #include "tests/codecs/PngRecipe.h"
+#include "tests/codecs/PngReference.h"
 #include "tests/codecs/TestContext.h"
 
 #include <gtest/gtest.h>
@@ -173,6 +174,7 @@ TEST(IcoDecode, GivesThePixelsOfEveryKindOfBitmap) {
                 EXPECT_EQ(load.info.Width, bitmap.width) << bitmap.Describe();
                 EXPECT_EQ(load.info.Height, bitmap.height) << bitmap.Describe();
                 EXPECT_EQ(load.info.BitsPerPixel, bitmap.bits);
+                EXPECT_EQ(load.info.ColorType, Data::ColorTypeEnum::BGRAUInt8);
                 ASSERT_EQ(load.Samples(), expected.samples) << bitmap.Describe();
             }
         }
@@ -191,6 +193,7 @@ TEST(IcoDecode, GivesThePixelsOfEveryKindOfPng) {
     for (const PngRecipe& recipe : AllPngRecipes(19, 7)) {
         const IcoLoad load(IcoRecipe{.images = {Unmeasured(recipe.Build())}}.Build());
         EXPECT_EQ(load.Samples(), recipe.Expected()) << recipe.Describe();
+        EXPECT_EQ(load.info.BitsPerPixel, DecodePngByLibrary(recipe.Build()).bitsPerPixel) << recipe.Describe();
     }
 }
 
@@ -324,6 +327,15 @@ TEST(IcoDecode, LeavesTheStreamAndItsBytesAsTheyWere) {
     decoder.GetInfo(1);
     EXPECT_EQ(stream->tell(), 11u);
     EXPECT_EQ(file, before) << "the height is halved in a copy";
+}
+
+TEST(IcoDecode, WithoutATargetThereIsNoImage) {
+    const IcoRecipe recipe{.images = {Square(16, 32), Unmeasured(SquarePng(30))}};
+    ET::Img::ICODecoder decoder = Opened(recipe);
+    EXPECT_FALSE(decoder.Load({}, 0));
+    EXPECT_EQ(decoder.GetLoadedInfo().Height, 16u);
+    EXPECT_FALSE(decoder.Load({}, 1));
+    EXPECT_EQ(decoder.GetLoadedInfo().Height, 30u);
 }
 
 TEST(IcoDecode, HasNoTreeOfHeaderFields) {
