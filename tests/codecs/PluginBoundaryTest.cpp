@@ -1,10 +1,12 @@
 #include "codecs/plugin/LoggerWrapper.h"
 #include "codecs/plugin/SampleRange.h"
 #include "codecs/plugin/StreamWrapper.h"
+#include "data/FileStream.h"
 #include "data/Image.h"
 #include "foundation/LocalLogger.h"
 #include "tests/codecs/CloningStream.h"
 #include "tests/codecs/TestStream.h"
+#include "tests/support/LogCapture.h"
 
 #include <gtest/gtest.h>
 
@@ -14,6 +16,8 @@
 using namespace Quorvex;
 using namespace ET::Img;
 using Plugin::ComPointer;
+using Quorvex::Test::LogCapture;
+using Quorvex::Test::TemporaryFolder;
 
 namespace {
 
@@ -259,13 +263,57 @@ TEST(PluginBoundary, ExceptionsOfAStreamBecomeFailures) {
     EXPECT_EQ(clone, nullptr);
 }
 
+TEST(PluginBoundary, AClosedFileFailsInAllThatIsAsked) {
+    const TemporaryFolder folder;
+    folder.Write("a.raw", "abc");
+    const SharedPtr<FileStream> file = MakeShared<FileStream>(folder.PathOf("a.raw"));
+    const ComPointer<VarnolitePlugin::IQuorvexStream> stream(new IStreamCPPAsCOMWrapper(file));
+    std::uint64_t number = 0;
+    EXPECT_EQ(stream->Size(&number), VarnolitePlugin::Success);
+    EXPECT_EQ(number, 3u);
+    file->Close();
+    char byte = 'x';
+    VarnolitePlugin::IQuorvexStream* clone = stream.get();
+    EXPECT_EQ(stream->Seek(0, 0), VarnolitePlugin::Failure);
+    EXPECT_EQ(stream->Size(&number), VarnolitePlugin::Failure);
+    EXPECT_EQ(stream->Tell(&number), VarnolitePlugin::Failure);
+    EXPECT_EQ(stream->Read(&byte, 1), VarnolitePlugin::Failure);
+    EXPECT_EQ(stream->Clone(&clone), VarnolitePlugin::Failure);
+    EXPECT_EQ(number, 3u);
+    EXPECT_EQ(byte, 'x');
+    EXPECT_EQ(clone, nullptr);
+}
+
+TEST(PluginBoundary, PositionsBeyondAFileFailTheRead) {
+    const LogCapture log;
+    const TemporaryFolder folder;
+    folder.Write("a.raw", "abc");
+    const ComPointer<VarnolitePlugin::IQuorvexStream> stream(
+        new IStreamCPPAsCOMWrapper(MakeShared<FileStream>(folder.PathOf("a.raw"))));
+    char bytes[100] = {};
+    std::uint64_t number = 0;
+    EXPECT_EQ(stream->Seek(5, 1), VarnolitePlugin::Success);
+    EXPECT_EQ(stream->Tell(&number), VarnolitePlugin::Success);
+    EXPECT_EQ(number, 0x100000005u);
+    EXPECT_EQ(stream->Read(bytes, 1), VarnolitePlugin::Failure);
+    // Neither system has positions that would be negative with a sign.
+    EXPECT_EQ(stream->Seek(0xFFFFFFFF, 0xFFFFFFFF), VarnolitePlugin::Failure);
+    EXPECT_EQ(stream->Seek(1, 0), VarnolitePlugin::Success);
+    EXPECT_EQ(stream->Read(bytes, sizeof(bytes)), VarnolitePlugin::Failure);
+    EXPECT_EQ(stream->Seek(1, 0), VarnolitePlugin::Success);
+    EXPECT_EQ(stream->Read(bytes, 2), VarnolitePlugin::Success);
+    EXPECT_EQ(std::string(bytes, 2), "bc");
+    EXPECT_EQ(stream->Read(nullptr, 0), VarnolitePlugin::Success);
+}
+
 TEST(PluginBoundary, MessagesAreHandedOn) {
     const SharedPtr<LocalLogger> inner = MakeShared<LocalLogger>();
     const ComPointer<VarnolitePlugin::ICOMLogger> logger(new ILoggerCPPAsCOMWrapper(inner));
     EXPECT_EQ(logger->Log(u"\u4E2D", u"two"), 0);
     EXPECT_EQ(logger->LogText(u"three"), 0);
     EXPECT_EQ(logger->LogText(nullptr), 0);
-    ASSERT_EQ(inner->GetMessages().size(), 3u);
+    EXPECT_EQ(logger->Log(nullptr, nullptr), 0);
+    ASSERT_EQ(inner->GetMessages().size(), 4u);
     EXPECT_EQ(inner->GetMessages()[0][0], String(u"\u4E2D"));
     EXPECT_EQ(inner->GetMessages()[0][1], String(u"two"));
 }
