@@ -44,14 +44,19 @@ bool ImageSlot::Serves(const ImageRequest& key) const {
         return true;
     if (!m_finished || !m_decoder)
         return false;
-    // The loaded number is known now, so a reserved number can be compared with what it came to mean.
-    switch (key.requestedImage) {
-    case ET::Img::ImageIndex::Last:
-        return GetLoadedImage() == m_decoder->GetCount();
-    case ET::Img::ImageIndex::Default:
-        return GetLoadedImage() == m_decoder->GetDefaultIndex() + 1;
-    default:
-        return key.requestedImage == m_loadedImage;
+    // The loaded number is known now, so a reserved number can be compared with what it came to mean. A plug-in that
+    // cannot tell its numbers any more decodes its file anew.
+    try {
+        switch (key.requestedImage) {
+        case ET::Img::ImageIndex::Last:
+            return GetLoadedImage() == m_decoder->GetCount();
+        case ET::Img::ImageIndex::Default:
+            return GetLoadedImage() == m_decoder->GetDefaultIndex() + 1;
+        default:
+            return key.requestedImage == m_loadedImage;
+        }
+    } catch (const std::exception&) {
+        return false;
     }
 }
 

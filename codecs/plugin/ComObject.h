@@ -54,7 +54,7 @@ protected:
         try {
             action();
             return VarnolitePlugin::Success;
-        } catch (const std::exception&) {
+        } catch (...) {
             return VarnolitePlugin::Failure;
         }
     }

@@ -191,6 +191,14 @@ TEST_F(ImageManagerTest, ServesTheReservedNumbersByWhatTheyCameToMean) {
     EXPECT_FALSE(slot.Serves(KeyFor(slot, 2)));
 }
 
+// A plug-in may fail at any time; what it has decoded is there all the same.
+TEST_F(ImageManagerTest, ADecoderThatForgetsItsCountServesItsImageByNumber) {
+    ImageSlot& slot = Show(Write("a.fake", "FAKE count=3 default=2 forgetful"));
+    EXPECT_TRUE(slot.Serves(KeyFor(slot, 3)));
+    EXPECT_FALSE(slot.Serves(KeyFor(slot, ET::Img::ImageIndex::Last)));
+    EXPECT_FALSE(slot.Serves(KeyFor(slot, 1)));
+}
+
 TEST_F(ImageManagerTest, ServesTheFirstImageByItsNumber) {
     ImageSlot& slot = Show(Write("a.fake", "FAKE count=2"));
     EXPECT_TRUE(slot.Serves(KeyFor(slot, 1)));

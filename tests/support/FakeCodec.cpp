@@ -23,8 +23,8 @@ public:
             words[word.substr(0, word.find('='))] = word.find('=') < word.size() ? word.substr(word.find('=') + 1) : "";
     }
 
-    std::uint32_t GetCount() const override { return Number("count", 1); }
-    std::uint32_t GetDefaultIndex() const override { return Number("default", 0); }
+    std::uint32_t GetCount() const override { return Remembered("count", 1); }
+    std::uint32_t GetDefaultIndex() const override { return Remembered("default", 0); }
 
     SharedPtr<Data::ImageBase> Load(const SharedPtr<Data::ImageBase>& target, std::uint32_t index) override {
         Info.Width = index + 1;
@@ -37,6 +37,7 @@ public:
             codec.WaitUntilReleased();
         Fail();
         *Incomplete = words.contains("incomplete");
+        hasForgotten = words.contains("forgetful");
         target->clear(static_cast<std::int32_t>(index + 1));
         return target;
     }
@@ -47,6 +48,12 @@ public:
     }
 
 private:
+    std::uint32_t Remembered(const char* word, std::uint32_t otherwise) const {
+        if (hasForgotten)
+            throw Exception();
+        return Number(word, otherwise);
+    }
+
     void Fail() const {
         if (words.contains("memory"))
             throw std::bad_alloc();
@@ -60,6 +67,7 @@ private:
 
     FakeCodec& codec;
     std::map<std::string, std::string> words;
+    bool hasForgotten = false;
 };
 
 class FakeCodec::FakeDecoder final : public ET::Img::Decoder<Worker> {

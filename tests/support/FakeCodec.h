@@ -14,7 +14,8 @@ namespace Quorvex::App {
 /// A format of the tests' own, registered for "*.fake" as long as the object lives. A file is a line of words:
 /// "FAKE", then any of count=N, default=N (zero-based), orientation=N, memory (runs out of it), text=T (fails with that
 /// text), silent (fails without one), strange (fails with no exception of a known kind), hold (waits for Release),
-/// incomplete. Image n of a file is n pixels wide and 1 high.
+/// incomplete, forgetful (fails to tell its numbers once an image is decoded). Image n of a file is n pixels wide and 1
+/// high.
 class FakeCodec {
 public:
     FakeCodec();

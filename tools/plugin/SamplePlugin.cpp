@@ -3,8 +3,8 @@
 
 #include "codecs/plugin/VarnolitePluginSkeleton.h"
 
+#include <algorithm>
 #include <cstring>
-#include <vector>
 
 namespace {
 
@@ -47,14 +47,17 @@ public:
         const std::uint64_t begin = headerBytes + index * ImageBytes();
         if (m_stream->Seek(static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(begin >> 32)) != Success)
             return Failure;
-        std::vector<std::uint8_t> bytes(std::size_t{m_width} * sampleBytes);
+        // On the stack: memory that runs out would raise an exception, and none may leave a plug-in.
+        std::uint8_t bytes[1024 * sampleBytes];
         auto* row = static_cast<std::uint16_t*>(address);
-        for (std::uint32_t y = 0; y < m_height; ++y, row += rowLengthInPixels) {
-            if (m_stream->Read(bytes.data(), static_cast<std::uint32_t>(bytes.size())) != Success)
-                return Failure;
-            for (std::uint32_t x = 0; x < m_width; ++x)
-                row[x] = static_cast<std::uint16_t>(Number(bytes.data() + x * sampleBytes, sampleBytes));
-        }
+        for (std::uint32_t y = 0; y < m_height; ++y, row += rowLengthInPixels)
+            for (std::uint32_t x = 0; x < m_width;) {
+                const std::uint32_t part = std::min<std::uint32_t>(m_width - x, sizeof(bytes) / sampleBytes);
+                if (m_stream->Read(bytes, part * sampleBytes) != Success)
+                    return Failure;
+                for (std::uint32_t i = 0; i < part; ++i, ++x)
+                    row[x] = static_cast<std::uint16_t>(Number(bytes + i * sampleBytes, sampleBytes));
+            }
         if (m_logger != nullptr)
             m_logger->Log(u"Beispiel geladen", u"Sample loaded");
         return Success;
