@@ -212,11 +212,6 @@ void DecodePeer(benchmark::State& state, std::size_t index) {
 } // namespace
 
 int main(int argc, char** argv) {
-    for (std::size_t i = 0; i < std::size(recipes); ++i) {
-        const std::string name = recipes[i].name;
-        RegisterPair(
-            name, [i](benchmark::State& state) { Decode(state, i); },
-            [i](benchmark::State& state) { DecodePeer(state, i); });
-    }
+    RegisterPairs(recipes, Decode, DecodePeer);
     RunRegistered(argc, argv);
 }

@@ -74,33 +74,31 @@ protected:
     ICOMLogger* m_logger = nullptr; ///< Null where nobody wants messages.
 };
 
+/// Hands over a new object of the class as the interface with the identifier.
+template <class Object>
+Result Make(const Identifier& identifier, void** place) {
+    *place = nullptr;
+    auto* const object = new (std::nothrow) Object;
+    if (object == nullptr)
+        return Failure;
+    const Result result = object->QueryInterface(identifier, place);
+    object->Release();
+    return result;
+}
+
 /// Makes objects of the class D.
 template <class D>
 class ClassFactory final : public Counted<IClassFactory> {
 public:
     Result VARNOLITE_CALL CreateInstance(IUnknown* outer, const Identifier& identifier, void** object) override {
         *object = nullptr;
-        if (outer != nullptr)
-            return NoAggregation;
-        D* const decoder = new (std::nothrow) D;
-        if (decoder == nullptr)
-            return Failure;
-        const Result result = decoder->QueryInterface(identifier, object);
-        decoder->Release();
-        return result;
+        return outer == nullptr ? Make<D>(identifier, object) : NoAggregation;
     }
     Result VARNOLITE_CALL LockServer(std::int32_t) override { return Success; }
 
     static Result GetClassObject(const Identifier& classIdentifier, const Identifier& identifier, void** object) {
         *object = nullptr;
-        if (!(classIdentifier == DecoderClass))
-            return ClassNotAvailable;
-        auto* const factory = new (std::nothrow) ClassFactory;
-        if (factory == nullptr)
-            return Failure;
-        const Result result = factory->QueryInterface(identifier, object);
-        factory->Release();
-        return result;
+        return classIdentifier == DecoderClass ? Make<ClassFactory>(identifier, object) : ClassNotAvailable;
     }
 
 private:

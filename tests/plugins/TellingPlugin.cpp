@@ -67,12 +67,7 @@ public:
     TellingFactory() { Tell('f'); }
 
     Result VARNOLITE_CALL CreateInstance(IUnknown*, const Identifier& identifier, void** object) override {
-        auto* const decoder = new (std::nothrow) TellingDecoder;
-        if (decoder == nullptr)
-            return Failure;
-        const Result result = decoder->QueryInterface(identifier, object);
-        decoder->Release();
-        return result;
+        return Make<TellingDecoder>(identifier, object);
     }
     Result VARNOLITE_CALL LockServer(std::int32_t) override { return Success; }
 
@@ -89,10 +84,5 @@ extern "C" VARNOLITE_EXPORT char* Calls() {
 extern "C" VARNOLITE_EXPORT VarnolitePlugin::Result VARNOLITE_CALL DllGetClassObject(const Identifier&,
                                                                                      const Identifier& identifier,
                                                                                      void** object) {
-    auto* const factory = new (std::nothrow) TellingFactory;
-    if (factory == nullptr)
-        return Failure;
-    const Result result = factory->QueryInterface(identifier, object);
-    factory->Release();
-    return result;
+    return Make<TellingFactory>(identifier, object);
 }
