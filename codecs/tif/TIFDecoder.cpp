@@ -14,15 +14,14 @@ namespace ET::Img {
 using namespace Tif;
 
 TIFDecoderImpl::TIFDecoderImpl(SharedPtr<Quorvex::Stream> stream) : m_stream(std::move(stream)) {
-    Quorvex::StreamBuffer buffer;
-    ReadFile(buffer);
-    const Header header(buffer);
-    m_directories = WalkDirectories(Numbers(buffer, header.order), header.firstDirectory);
+    m_file = ReadFile();
+    const Header header(*m_file);
+    m_directories = WalkDirectories(Numbers(*m_file, header.order), header.firstDirectory);
 }
 
 TIFDecoderImpl::~TIFDecoderImpl() = default;
 
-void TIFDecoderImpl::ReadFile(Quorvex::StreamBuffer& buffer) const {
+std::unique_ptr<Quorvex::StreamBuffer> TIFDecoderImpl::ReadFile() const {
     // Files with offsets of 64 bits are told by their first bytes, however large they are.
     m_stream->seek(0);
     Quorvex::StreamBuffer mark(
@@ -31,21 +30,24 @@ void TIFDecoderImpl::ReadFile(Quorvex::StreamBuffer& buffer) const {
     m_stream->seek(0);
     if (m_stream->size() > std::numeric_limits<std::uint32_t>::max())
         throw Quorvex::Exception();
-    buffer.Refill(m_stream->lock(static_cast<std::uint32_t>(m_stream->size())));
+    return std::make_unique<Quorvex::StreamBuffer>(m_stream->lock(static_cast<std::uint32_t>(m_stream->size())));
 }
 
 SharedPtr<ImageBase> TIFDecoderImpl::Load(const SharedPtr<ImageBase>& target, std::uint32_t index) {
     if (index >= m_directories.size())
         throw Quorvex::Exception();
-    Quorvex::StreamBuffer buffer;
-    ReadFile(buffer);
-    const Header header(buffer);
-    const Directory directory(Numbers(buffer, header.order), m_directories[index]);
+    std::unique_ptr<Quorvex::StreamBuffer> file = m_file ? std::move(m_file) : ReadFile();
+    file->Seek(0);
+    const Header header(*file);
+    const Directory directory(Numbers(*file, header.order), m_directories[index]);
     const Layout layout(directory);
     Info = layout.GetImageInfo(directory);
     m_orientation = OrientationOf(directory);
-    if (!target)
+    if (!target) {
+        // The pixels are wanted next; after them nothing keeps the memory.
+        m_file = std::move(file);
         return {};
+    }
 
     CheckTarget(*target, Info);
     SetPixelAspect(directory, *target);

@@ -4,6 +4,7 @@
 #include "codecs/Decoder.h"
 #include "data/StreamBuffer.h"
 
+#include <memory>
 #include <vector>
 
 namespace ET::Img {
@@ -31,12 +32,13 @@ public:
     void SetWorkerCount(std::uint32_t workerCount) { m_workerCount = workerCount; }
 
 private:
-    void ReadFile(Quorvex::StreamBuffer& buffer) const;
+    std::unique_ptr<Quorvex::StreamBuffer> ReadFile() const;
     void SetPixelAspect(const Tif::Directory& directory, ImageBase& target) const;
     void ReportIgnoredSamples(const Tif::Layout& layout) const;
     void ReportDamage(const Quorvex::String& reason) const;
 
     SharedPtr<Quorvex::Stream> m_stream;
+    std::unique_ptr<Quorvex::StreamBuffer> m_file; ///< Until the pixels are decoded; null then.
     SharedPtr<Quorvex::ILogger> m_logger;
     std::vector<std::uint32_t> m_directories; ///< Their offsets.
     std::uint32_t m_orientation = 1;

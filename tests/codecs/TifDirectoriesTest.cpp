@@ -1,4 +1,5 @@
 #include "codecs/DecodeWithFactory.h"
+#include "data/Image.h"
 #include "tests/codecs/TestContext.h"
 #include "tests/codecs/TifLoad.h"
 
@@ -197,3 +198,21 @@ TEST(TifDirectories, NumbersOfAnyWidthServe) {
 }
 
 } // namespace
+
+// Offsets lead anywhere, so that a file is read whole; but once, and after the pixels its bytes are not kept.
+TEST(TifDirectories, BothPassesReadTheFileOnce) {
+    TifRecipe recipe;
+    recipe.width = 9;
+    recipe.height = 5;
+    const TifRecipe::Bytes file = recipe.Fill().Build();
+    const auto stream = Quorvex::MakeShared<TestStream>(file);
+    ET::Img::TIFDecoder decoder(stream);
+    const ET::Img::ImageInfo info = decoder.GetInfo(0);
+    EXPECT_EQ(decoder.GetInfo(0).Width, 9u);
+    const auto image = Quorvex::Data::CreateImage(info.ColorType, info.Width, info.Height);
+    EXPECT_EQ(decoder.Load(image, 0), image);
+    constexpr std::uint64_t markBytes = 4;
+    EXPECT_EQ(stream->bytesRead, file.size() + markBytes);
+    EXPECT_EQ(decoder.GetInfo(0).Height, 5u);
+    EXPECT_EQ(stream->bytesRead, 2 * (file.size() + markBytes));
+}
